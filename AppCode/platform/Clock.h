@@ -1,0 +1,17 @@
+#pragma once
+#include <QDate>
+#include <QDateTime>
+
+namespace qln {
+
+// Every "today" and "now" of the program comes from here, so tests can pin the date.
+class Clock {
+public:
+    static QDateTime now();
+    static QDate today() { return now().date(); }
+    // A fixed instant; an invalid one returns to the system clock.
+    static void setFixed(const QDateTime &instant);
+    static void advanceDays(int days);
+};
+
+} // namespace qln

@@ -1,0 +1,385 @@
+#include "platform/Connection.h"
+
+#include <QAtomicInt>
+#include <QDir>
+#include <QFileInfo>
+#include <QRegularExpression>
+#include <QSqlDriver>
+#include <QSqlError>
+#include <QSqlQuery>
+#include <QSqlRecord>
+#include <sqlite3.h>
+
+namespace qln {
+
+namespace {
+
+QString uniqueConnectionName()
+{
+    static QAtomicInt counter;
+    return QStringLiteral("qln-%1").arg(counter.fetchAndAddRelaxed(1));
+}
+
+// The suite's default collation: case and trailing blanks do not count.
+int compareCaseBlind(void *, int n1, const void *p1, int n2, const void *p2)
+{
+    const auto *a = static_cast<const unsigned char *>(p1);
+    const auto *b = static_cast<const unsigned char *>(p2);
+    while (n1 > 0 && a[n1 - 1] == ' ')
+        --n1;
+    while (n2 > 0 && b[n2 - 1] == ' ')
+        --n2;
+    const int n = n1 < n2 ? n1 : n2;
+    for (int i = 0; i < n; ++i) {
+        int ca = a[i], cb = b[i];
+        if (ca >= 'A' && ca <= 'Z')
+            ca += 32;
+        if (cb >= 'A' && cb <= 'Z')
+            cb += 32;
+        if (ca != cb)
+            return ca - cb;
+    }
+    return n1 - n2;
+}
+
+ColumnInfo parseColumn(const QString &name, const QString &declared)
+{
+    static const QRegularExpression re(QStringLiteral("^\\s*([A-Za-z ]+?)\\s*(?:\\(\\s*(\\d+)\\s*(?:,\\s*(\\d+)\\s*)?\\))?\\s*$"));
+    ColumnInfo c;
+    c.name = name;
+    const auto m = re.match(declared);
+    if (!m.hasMatch()) {
+        c.type = declared.toUpper();
+        return c;
+    }
+    c.type = m.captured(1).toUpper();
+    if (c.type == QLatin1String("CHARACTER"))
+        c.type = QStringLiteral("CHAR");
+    if (c.type == QLatin1String("CHARACTER VARYING"))
+        c.type = QStringLiteral("VARCHAR");
+    if (c.type.startsWith(QLatin1String("TIMESTAMP")))
+        c.type = QStringLiteral("DATETIME");
+    if (!m.captured(2).isEmpty()) {
+        c.width = m.captured(2).toInt();
+        if (!m.captured(3).isEmpty())
+            c.scale = m.captured(3).toInt();
+        else if (c.type == QLatin1String("DECIMAL") || c.type == QLatin1String("NUMERIC"))
+            c.scale = 0;
+    }
+    return c;
+}
+
+} // namespace
+
+void splitServer(const QString &server, QString &host, int &port)
+{
+    const int slash = server.indexOf(QLatin1Char('\\'));
+    host = slash >= 0 ? server.left(slash) : server;
+    bool ok = false;
+    port = slash >= 0 ? server.mid(slash + 1).toInt(&ok) : 0;
+    if (!ok)
+        port = 5432;
+}
+
+Connection::Connection() : m_name(uniqueConnectionName()), m_dialect(SqlDialect::create(Provider::SQLite)) {}
+
+Connection::~Connection() { close(); }
+
+QString Connection::sqliteFile(const ConnectionInfo &info)
+{
+    return QDir(info.dataPath).filePath(info.database + QStringLiteral(".db"));
+}
+
+bool Connection::open(const ConnectionInfo &info)
+{
+    close();
+    m_info = info;
+    m_dialect = SqlDialect::create(info.provider);
+    m_error.clear();
+    if (info.provider == Provider::Postgres) {
+        m_db = QSqlDatabase::addDatabase(QStringLiteral("QPSQL"), m_name);
+        QString host;
+        int port = 5432;
+        splitServer(info.server, host, port);
+        m_db.setHostName(host);
+        m_db.setPort(port);
+        m_db.setDatabaseName(info.database);
+        m_db.setUserName(info.user);
+        m_db.setPassword(info.password);
+        m_db.setConnectOptions(QStringLiteral("connect_timeout=%1").arg(info.timeoutSeconds));
+    } else {
+        m_db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), m_name);
+        // An open never creates a database: that is the suite's main program's job.
+        const QString file = sqliteFile(info);
+        if (!QFileInfo::exists(file)) {
+            m_error = {DbError::kUnspecified, QStringLiteral("Cannot open database \"%1\": no such file").arg(file),
+                       QStringLiteral("QSQLITE")};
+            return false;
+        }
+        m_db.setDatabaseName(file);
+        m_db.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=%1").arg(info.timeoutSeconds * 1000));
+    }
+    if (!m_db.open()) {
+        m_error = errorFrom(m_db.lastError(), QString());
+        return false;
+    }
+    // Exact decimals from the server; SQLite stores binary reals, rounded on read.
+    if (info.provider == Provider::Postgres)
+        m_db.setNumericalPrecisionPolicy(QSql::HighPrecision);
+    const bool ready = info.provider == Provider::Postgres ? preparePostgres() : prepareSqlite();
+    if (!ready)
+        close();
+    return ready;
+}
+
+bool Connection::prepareSqlite()
+{
+    const QVariant handle = m_db.driver()->handle();
+    if (!handle.isValid() || qstrcmp(handle.typeName(), "sqlite3*") != 0)
+        return false;
+    sqlite3 *db = *static_cast<sqlite3 *const *>(handle.data());
+    if (!db || sqlite3_create_collation_v2(db, "QLN_CI", SQLITE_UTF8, nullptr, compareCaseBlind, nullptr) != SQLITE_OK)
+        return false;
+    QSqlQuery q(m_db);
+    q.exec(QStringLiteral("PRAGMA journal_mode=WAL"));
+    q.exec(QStringLiteral("PRAGMA synchronous=NORMAL"));
+    return true;
+}
+
+// The collation and the integer-to-date cast that give the suite's answers; made once
+// per database, by whoever comes first.
+bool Connection::preparePostgres()
+{
+    QSqlQuery q(m_db);
+    q.exec(QStringLiteral("SET client_min_messages = warning"));
+    q.exec(QStringLiteral("SELECT 1 FROM pg_collation WHERE collname = 'qln_ci'"));
+    if (!q.next())
+        q.exec(QStringLiteral("CREATE COLLATION IF NOT EXISTS qln_ci (provider = icu, locale = 'und-u-ks-level2', "
+                              "deterministic = false)"));
+    q.exec(QStringLiteral("SELECT 1 FROM pg_cast WHERE castsource = 'integer'::regtype AND casttarget = "
+                          "'timestamp'::regtype"));
+    if (!q.next()) {
+        q.exec(QStringLiteral("CREATE OR REPLACE FUNCTION qln_days_to_timestamp(integer) RETURNS timestamp "
+                              "LANGUAGE sql IMMUTABLE AS $$ SELECT timestamp '1900-01-01' + $1 * interval '1 day' $$"));
+        q.exec(QStringLiteral("CREATE CAST (integer AS timestamp) WITH FUNCTION qln_days_to_timestamp(integer) AS IMPLICIT"));
+    }
+    return true;
+}
+
+void Connection::close()
+{
+    if (m_db.isValid()) {
+        m_db.close();
+        m_db = QSqlDatabase();
+        QSqlDatabase::removeDatabase(m_name);
+    }
+    m_columns.clear();
+}
+
+int Connection::state() const { return m_db.isValid() && m_db.isOpen() ? 1 : 0; }
+
+void Connection::noteStatement(const QString &tsql)
+{
+    ++m_statements;
+    if (m_observer)
+        m_observer(tsql);
+}
+
+DbError Connection::errorFrom(const QSqlError &error, const QString &sql)
+{
+    DbError e;
+    const QString engine = error.text().trimmed();
+    const QString code = error.nativeErrorCode();
+    const QString lower = engine.toLower();
+    e.source = m_info.provider == Provider::Postgres ? QStringLiteral("QPSQL") : QStringLiteral("QSQLITE");
+    static const QRegularExpression objectName(QStringLiteral("(?:no such table: |relation \"|table \")([\\w.]+)"));
+    if (code == QLatin1String("42P01") || lower.contains(QLatin1String("no such table"))) {
+        e.number = DbError::kNoSuchObject;
+        e.description = QStringLiteral("Invalid object name '%1'. [%2]").arg(objectName.match(engine).captured(1), engine);
+    } else if (code == QLatin1String("23505") || lower.contains(QLatin1String("unique constraint failed"))) {
+        e.number = DbError::kIntegrity;
+        e.description = QStringLiteral("Cannot insert duplicate key row. [%1]").arg(engine);
+    } else if (code == QLatin1String("42601") || lower.contains(QLatin1String("syntax error"))
+               || lower.contains(QLatin1String("unrecognized token"))) {
+        e.number = DbError::kSyntax;
+        e.description = QStringLiteral("Incorrect syntax. [%1]").arg(engine);
+    } else {
+        e.number = DbError::kUnspecified;
+        e.description = engine.isEmpty() ? QStringLiteral("Unspecified error") : engine;
+    }
+    // Only a server can be lost; SQLite's refusals are all about the statement.
+    if (m_info.provider == Provider::Postgres && !sql.isEmpty()
+        && (code.startsWith(QLatin1String("08")) || code == QLatin1String("57P01")
+            || lower.contains(QLatin1String("server closed the connection"))
+            || lower.contains(QLatin1String("no connection to the server"))))
+        e.connectionLost = true;
+    return e;
+}
+
+bool Connection::runRewritten(QSqlQuery &query, const QString &sql)
+{
+    m_error.clear();
+    if (state() != 1) {
+        m_error = {DbError::kUnspecified, QStringLiteral("Operation is not allowed when the object is closed."),
+                   QStringLiteral("QSQL")};
+        return false;
+    }
+    query.setForwardOnly(true);
+    if (query.exec(sql))
+        return true;
+    m_error = errorFrom(query.lastError(), sql);
+    if (m_error.connectionLost)
+        m_db.close();
+    return false;
+}
+
+int Connection::execute(const QString &tsql)
+{
+    noteStatement(tsql);
+    const QString sql = m_dialect->rewrite(tsql);
+    if (sql.startsWith(QLatin1String("QLN ALTER COLUMN ")))
+        return alterSqliteColumn(sql);
+    QSqlQuery query(m_db);
+    if (!runRewritten(query, sql))
+        return -1;
+    const int affected = query.isSelect() ? -1 : query.numRowsAffected();
+    static const QRegularExpression ddl(QStringLiteral("^\\s*(create\\s+table|alter\\s+table|sp_rename|drop\\s+table)"),
+                                        QRegularExpression::CaseInsensitiveOption);
+    if (ddl.match(tsql).hasMatch()) {
+        recordDeclaredNames(tsql);
+        m_columns.clear();
+    }
+    return affected < 0 ? 0 : affected;
+}
+
+// PostgreSQL folds unquoted names to lower case; the program reads them back as written,
+// so each column carries its declared spelling as its comment.
+void Connection::recordDeclaredNames(const QString &tsql)
+{
+    if (m_info.provider != Provider::Postgres)
+        return;
+    static const QRegularExpression create(QStringLiteral("^\\s*Create\\s+Table\\s+(\\w+)\\s*\\((.*)\\)"),
+                                           QRegularExpression::CaseInsensitiveOption | QRegularExpression::DotMatchesEverythingOption);
+    static const QRegularExpression add(QStringLiteral("^\\s*ALTER\\s+TABLE\\s+(\\w+)\\s+ADD\\s+(\\w+)"),
+                                        QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression rename(QStringLiteral("^\\s*sp_RENAME\\s+'(\\w+)\\.(\\w+)'\\s*,\\s*'(\\w+)\\s*'"),
+                                           QRegularExpression::CaseInsensitiveOption);
+    QString table;
+    QStringList names;
+    if (auto m = create.match(tsql); m.hasMatch()) {
+        table = m.captured(1);
+        MaskedSql masked(m.captured(2));
+        int depth = 0, start = 0;
+        const QString &t = masked.text;
+        QStringList defs;
+        for (int i = 0; i <= t.size(); ++i) {
+            if (i == t.size() || (t[i] == QLatin1Char(',') && depth == 0)) {
+                defs << t.mid(start, i - start);
+                start = i + 1;
+            } else if (t[i] == QLatin1Char('('))
+                ++depth;
+            else if (t[i] == QLatin1Char(')'))
+                --depth;
+        }
+        for (const QString &d : defs) {
+            const QString name = d.trimmed().section(QLatin1Char(' '), 0, 0);
+            if (!name.isEmpty())
+                names << name;
+        }
+    } else if (auto m = add.match(tsql); m.hasMatch()) {
+        table = m.captured(1);
+        names << m.captured(2);
+    } else if (auto m = rename.match(tsql); m.hasMatch()) {
+        table = m.captured(1);
+        names << m.captured(3);
+    }
+    QSqlQuery q(m_db);
+    for (const QString &name : names)
+        q.exec(QStringLiteral("COMMENT ON COLUMN %1.%2 IS '%3'").arg(table, name, name));
+}
+
+const QList<ColumnInfo> &Connection::columns(const QString &table)
+{
+    const QString key = table.trimmed().toLower();
+    auto it = m_columns.find(key);
+    if (it != m_columns.end())
+        return *it;
+    QList<ColumnInfo> list;
+    QSqlQuery q(m_db);
+    if (m_info.provider == Provider::Postgres) {
+        q.prepare(QStringLiteral("SELECT a.attname, format_type(a.atttypid, a.atttypmod), col_description(a.attrelid, a.attnum) "
+                                 "FROM pg_attribute a WHERE a.attrelid = to_regclass(?) AND a.attnum > 0 "
+                                 "AND NOT a.attisdropped ORDER BY a.attnum"));
+        q.addBindValue(key);
+        if (q.exec())
+            while (q.next()) {
+                const QString declared = q.value(2).toString();
+                list << parseColumn(declared.isEmpty() ? q.value(0).toString() : declared, q.value(1).toString());
+            }
+    } else if (q.exec(QStringLiteral("PRAGMA table_info(\"%1\")").arg(table.trimmed()))) {
+        while (q.next())
+            list << parseColumn(q.value(1).toString(), q.value(2).toString());
+    }
+    return *m_columns.insert(key, list);
+}
+
+// SQLite keeps a declared type as text only, so a new width is a new declaration.
+int Connection::alterSqliteColumn(const QString &pseudo)
+{
+    static const QRegularExpression re(QStringLiteral("^QLN ALTER COLUMN (\\w+) (\\w+) (.*)$"));
+    const auto m = re.match(pseudo);
+    const QString table = m.captured(1), column = m.captured(2), definition = m.captured(3);
+    QSqlQuery q(m_db);
+    auto fail = [&](const QString &why) {
+        m_error = {DbError::kSyntax, why, QStringLiteral("QSQLITE")};
+        return -1;
+    };
+    if (!q.exec(QStringLiteral("SELECT sql FROM sqlite_master WHERE type = 'table' AND name = '%1' COLLATE NOCASE").arg(table)) || !q.next())
+        return fail(QStringLiteral("Invalid object name '%1'.").arg(table));
+    const QString createSql = q.value(0).toString();
+    q.finish();
+    const int open = createSql.indexOf(QLatin1Char('('));
+    MaskedSql masked(createSql.mid(open + 1, createSql.lastIndexOf(QLatin1Char(')')) - open - 1));
+    QStringList defs;
+    int depth = 0, start = 0;
+    const QString &t = masked.text;
+    for (int i = 0; i <= t.size(); ++i) {
+        if (i == t.size() || (t[i] == QLatin1Char(',') && depth == 0)) {
+            defs << t.mid(start, i - start);
+            start = i + 1;
+        } else if (t[i] == QLatin1Char('('))
+            ++depth;
+        else if (t[i] == QLatin1Char(')'))
+            --depth;
+    }
+    bool found = false;
+    for (QString &d : defs) {
+        const QString name = d.trimmed().section(QLatin1Char(' '), 0, 0);
+        if (name.compare(column, Qt::CaseInsensitive) == 0) {
+            d = QLatin1Char(' ') + name + definition.mid(column.size());
+            found = true;
+        }
+    }
+    if (!found)
+        return fail(QStringLiteral("Invalid column name '%1'.").arg(column));
+    const QString newSql = createSql.left(open + 1) + masked.unmask(defs.join(QLatin1Char(','))).trimmed() + QLatin1Char(')');
+    q.exec(QStringLiteral("PRAGMA schema_version"));
+    const int version = q.next() ? q.value(0).toInt() : 0;
+    q.finish();
+    bool ok = q.exec(QStringLiteral("PRAGMA writable_schema=ON"));
+    QSqlQuery update(m_db);
+    update.prepare(QStringLiteral("UPDATE sqlite_master SET sql = ? WHERE type = 'table' AND name = ? COLLATE NOCASE"));
+    update.addBindValue(newSql);
+    update.addBindValue(table);
+    ok = ok && update.exec();
+    ok = ok && q.exec(QStringLiteral("PRAGMA schema_version=%1").arg(version + 1));
+    q.exec(QStringLiteral("PRAGMA writable_schema=OFF"));
+    m_columns.clear();
+    if (!ok)
+        return fail(update.lastError().text());
+    // Reopen so that this connection reads the new declaration.
+    m_db.close();
+    return m_db.open() && prepareSqlite() ? 0 : fail(m_db.lastError().text());
+}
+
+} // namespace qln

@@ -1,0 +1,89 @@
+#pragma once
+#include "platform/DbError.h"
+#include "platform/SqlDialect.h"
+
+#include <QHash>
+#include <QSqlDatabase>
+#include <QStringList>
+#include <QVariant>
+#include <functional>
+#include <memory>
+
+namespace qln {
+
+struct ConnectionInfo {
+    Provider provider = Provider::SQLite;
+    QString server;   // PostgreSQL: "host\port" (host may be a socket folder); SQLite: unused
+    QString database; // PostgreSQL: database name; SQLite: "<database>.db" in dataPath
+    QString user;
+    QString password;
+    QString dataPath;
+    int timeoutSeconds = 25;
+};
+
+// Column facts the suite's server would give and an engine may not: the declared spelling
+// of a column name, a CHAR width, a DECIMAL scale, a date column.
+struct ColumnInfo {
+    QString name;
+    QString type; // upper-cased declared type name
+    int width = 0;
+    int scale = -1;
+};
+
+// The one connection of the program over Qt Sql. Every text given to it is the suite's
+// own; the dialect adapts it just before it runs.
+class Connection {
+public:
+    Connection();
+    ~Connection();
+    Connection(const Connection &) = delete;
+    Connection &operator=(const Connection &) = delete;
+
+    bool open(const ConnectionInfo &info);
+    void close();
+    int state() const; // 1 open, 0 closed
+    const ConnectionInfo &info() const { return m_info; }
+    SqlDialect &dialect() { return *m_dialect; }
+    Provider provider() const { return m_info.provider; }
+
+    // Runs one statement; the records it affected, or -1 with lastError() set.
+    int execute(const QString &tsql);
+
+    const DbError &lastError() const { return m_error; }
+    QSqlDatabase &database() { return m_db; }
+
+    // Statements sent so far, and a hook that sees each as the program wrote it.
+    quint64 statementCount() const { return m_statements; }
+    void setStatementObserver(std::function<void(const QString &)> observer) { m_observer = std::move(observer); }
+
+    const QList<ColumnInfo> &columns(const QString &table);
+    void forgetSchema() { m_columns.clear(); }
+
+    // For the record set: runs a rewritten text, keeps the error.
+    bool runRewritten(class QSqlQuery &query, const QString &sql);
+    void noteStatement(const QString &tsql);
+    DbError errorFrom(const class QSqlError &error, const QString &sql);
+    void setError(const DbError &error) { m_error = error; }
+
+    static QString sqliteFile(const ConnectionInfo &info);
+
+private:
+    bool prepareSqlite();
+    bool preparePostgres();
+    int alterSqliteColumn(const QString &pseudo);
+    void recordDeclaredNames(const QString &tsql);
+
+    ConnectionInfo m_info;
+    QString m_name;
+    QSqlDatabase m_db;
+    std::unique_ptr<SqlDialect> m_dialect;
+    DbError m_error;
+    quint64 m_statements = 0;
+    std::function<void(const QString &)> m_observer;
+    QHash<QString, QList<ColumnInfo>> m_columns;
+};
+
+// "host\port" or "host" for PostgreSQL.
+void splitServer(const QString &server, QString &host, int &port);
+
+} // namespace qln

@@ -1,0 +1,63 @@
+#pragma once
+#include "platform/Connection.h"
+
+#include <QVariant>
+#include <vector>
+
+namespace qln {
+
+// A client-side record set: the rows of one statement, a current row, fields by ordinal
+// and by name, and Update/Delete of the current row with an optimistic check.
+class Recordset {
+public:
+    // Runs the statement; false with lastError() set when the engine refuses it.
+    bool open(Connection &connection, const QString &tsql);
+
+    const QString &source() const { return m_source; }
+    int recordCount() const { return int(m_rows.size()); }
+    bool eof() const { return m_position >= recordCount(); }
+    bool bof() const { return m_position < 0 || recordCount() == 0; }
+    void moveFirst() { m_position = 0; }
+    void moveLast() { m_position = recordCount() - 1; }
+    void moveNext() { if (m_position < recordCount()) ++m_position; }
+    void movePrevious() { if (m_position >= 0) --m_position; }
+    int absolutePosition() const { return m_position; }
+
+    int fieldCount() const { return int(m_names.size()); }
+    QString fieldName(int ordinal) const { return m_names.value(ordinal); }
+    int fieldIndex(const QString &name) const; // -1 when absent; case-insensitive
+
+    // The current row's value, as the suite's server gives it: CHAR blank padded, dates as
+    // date-times, decimals as exact text. Null outside the rows.
+    QVariant value(int ordinal) const;
+    // Changes the current row's value in the set; Update sends it.
+    void setValue(int ordinal, const QVariant &value);
+    bool isDirty() const { return !m_dirty.empty(); }
+
+    // Writes the changed fields of the current row, or removes the row. Both fail, and
+    // write nothing, when another station changed or removed the row since it was read.
+    bool update();
+    bool deleteCurrent();
+
+    const DbError &lastError() const { return m_error; }
+
+private:
+    QVariant normalise(int ordinal, const QVariant &raw) const;
+    QVariant toEngine(int ordinal, const QVariant &value) const;
+    bool rowCondition(QString &where, QVariantList &binds) const;
+    bool fail(const DbError &error);
+
+    Connection *m_connection = nullptr;
+    QString m_source;
+    QString m_table; // the one table of a simple SELECT, for Update and Delete
+    QStringList m_names;
+    QList<ColumnInfo> m_columns; // by ordinal, where the table is known
+    std::vector<std::vector<QVariant>> m_rows; // raw engine values
+    std::vector<QVariant> m_locator;           // rowid, or ctid
+    std::vector<QVariant> m_version;           // PostgreSQL's xmin
+    std::vector<std::pair<int, QVariant>> m_dirty;
+    int m_position = 0;
+    DbError m_error;
+};
+
+} // namespace qln

@@ -1,0 +1,94 @@
+#include "platform/Connection.h"
+#include "platform/Recordset.h"
+#include "support/TestDatabase.h"
+
+#include <gtest/gtest.h>
+
+using namespace qln;
+using qln::test::TestDatabase;
+
+namespace {
+
+struct ConnectionTest : ::testing::Test {
+    TestDatabase db;
+    std::unique_ptr<Connection> conn = db.connect();
+
+    void SetUp() override
+    {
+        ASSERT_EQ(conn->execute(QStringLiteral("Create Table T (K CHAR (8) DEFAULT  ' ', N INTEGER, D DATETIME, A DECIMAL (18,2))")), 0);
+        ASSERT_EQ(conn->execute(QStringLiteral("Create Index idx_0 On T (K)")), 0);
+    }
+    QString one(const QString &sql, int field = 0)
+    {
+        Recordset rs;
+        EXPECT_TRUE(rs.open(*conn, sql)) << rs.lastError().description.toStdString();
+        return rs.recordCount() ? rs.value(field).toString() : QStringLiteral("<none>");
+    }
+};
+
+} // namespace
+
+TEST_F(ConnectionTest, TextComparesAsTheSuiteServerDoes)
+{
+    conn->execute(QStringLiteral("INSERT INTO T VALUES('abc', 1, '20261122 00:00:00', 8.4915)"));
+    EXPECT_EQ(one(QStringLiteral("SELECT TOP 1 * FROM T WHERE K = 'ABC  '")), QStringLiteral("abc     "));
+    EXPECT_EQ(one(QStringLiteral("SELECT * FROM T WHERE K LIKE 'AB%'"), 1), QStringLiteral("1"));
+    EXPECT_EQ(one(QStringLiteral("SELECT * FROM T"), 3), QStringLiteral("8.49"));
+    Recordset rs;
+    ASSERT_TRUE(rs.open(*conn, QStringLiteral("SELECT * FROM T WHERE D = '2026-11-22 00:00:00'")));
+    ASSERT_EQ(rs.recordCount(), 1);
+    EXPECT_EQ(rs.value(2).toDateTime(), QDateTime(QDate(2026, 11, 22), QTime(0, 0)));
+    // An unquoted date is an integer expression: greater than or equal for every row, never equal.
+    EXPECT_EQ(one(QStringLiteral("SELECT * FROM T WHERE D >= 11/22/2026"), 1), QStringLiteral("1"));
+    EXPECT_EQ(one(QStringLiteral("SELECT * FROM T WHERE D = 11/22/2026"), 1), QStringLiteral("<none>"));
+}
+
+TEST_F(ConnectionTest, UpdateAndDeleteActOnTheCurrentRowOnlyWhileNobodyChangedIt)
+{
+    conn->execute(QStringLiteral("INSERT INTO T VALUES('a', 1, NULL, 0)"));
+    conn->execute(QStringLiteral("INSERT INTO T VALUES('a', 1, NULL, 0)"));
+    Recordset rs;
+    ASSERT_TRUE(rs.open(*conn, QStringLiteral("SELECT TOP 1 * FROM T WHERE K='a'")));
+    rs.setValue(1, 7);
+    ASSERT_TRUE(rs.update()) << rs.lastError().description.toStdString();
+    EXPECT_EQ(one(QStringLiteral("SELECT COUNT(*) FROM T WHERE N = 7")), QStringLiteral("1"));
+
+    auto other = db.connect();
+    EXPECT_EQ(other->execute(QStringLiteral("UPDATE T SET A = 5 WHERE N = 7")), 1);
+    rs.setValue(1, 8);
+    EXPECT_FALSE(rs.update());
+    EXPECT_EQ(rs.lastError().number, DbError::kRowChanged);
+    EXPECT_FALSE(rs.deleteCurrent());
+    EXPECT_EQ(one(QStringLiteral("SELECT COUNT(*) FROM T")), QStringLiteral("2"));
+
+    Recordset again;
+    ASSERT_TRUE(again.open(*conn, QStringLiteral("SELECT TOP 1 * FROM T WHERE N = 7")));
+    EXPECT_TRUE(again.deleteCurrent());
+    EXPECT_EQ(one(QStringLiteral("SELECT COUNT(*) FROM T")), QStringLiteral("1"));
+}
+
+TEST_F(ConnectionTest, RefusalsComeBackAsTheSuiteProviderWordsThem)
+{
+    EXPECT_EQ(conn->execute(QStringLiteral("SELECT * FROM Missing")), -1);
+    EXPECT_TRUE(conn->lastError().description.startsWith(QStringLiteral("Invalid object name")));
+    conn->execute(QStringLiteral("Create UNIQUE Index idx_1 On T (N)"));
+    conn->execute(QStringLiteral("INSERT INTO T VALUES('a', 1, NULL, 0)"));
+    EXPECT_EQ(conn->execute(QStringLiteral("INSERT INTO T VALUES('b', 1, NULL, 0)")), -1);
+    EXPECT_TRUE(conn->lastError().description.startsWith(QStringLiteral("Cannot insert duplicate")));
+    EXPECT_EQ(conn->execute(QStringLiteral("UPDATE & T set x")), -1);
+    EXPECT_EQ(conn->lastError().number, DbError::kSyntax) << conn->lastError().description.toStdString();
+}
+
+TEST_F(ConnectionTest, ColumnsKeepTheirDeclaredSpellingAndWidth)
+{
+    conn->execute(QStringLiteral("Create Table W (ItemID CHAR (15), Qty DECIMAL (18,2))"));
+    conn->execute(QStringLiteral("INSERT INTO W VALUES('x', 1)"));
+    EXPECT_EQ(conn->execute(QStringLiteral("ALTER TABLE W ALTER COLUMN ItemID CHAR(25)")), 0) << conn->lastError().description.toStdString();
+    Recordset rs;
+    ASSERT_TRUE(rs.open(*conn, QStringLiteral("SELECT * FROM W")));
+    EXPECT_EQ(rs.fieldName(0), QStringLiteral("ItemID"));
+    EXPECT_EQ(rs.value(0).toString().size(), 25);
+    EXPECT_EQ(conn->execute(QStringLiteral("sp_RENAME 'W.Qty', 'QtyOnHand ', 'COLUMN'")), 0);
+    ASSERT_TRUE(rs.open(*conn, QStringLiteral("SELECT * FROM W")));
+    EXPECT_EQ(rs.fieldName(1), QStringLiteral("QtyOnHand"));
+}

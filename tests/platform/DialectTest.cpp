@@ -1,0 +1,60 @@
+#include "platform/SqlDialect.h"
+
+#include "support/QtPrinters.h"
+
+#include <gtest/gtest.h>
+
+using namespace qln;
+
+namespace {
+std::string sqlite(const char *t) { return SqlDialect::create(Provider::SQLite)->rewrite(QString::fromUtf8(t)).toStdString(); }
+std::string pg(const char *t) { return SqlDialect::create(Provider::Postgres)->rewrite(QString::fromUtf8(t)).toStdString(); }
+} // namespace
+
+TEST(Dialect, TopBecomesLimitAndValuesAreNeverTouched)
+{
+    EXPECT_EQ(sqlite("SELECT TOP 1 * FROM T WHERE A>='x TOP 2 y' ORDER BY A"),
+              "SELECT * FROM T WHERE A>='x TOP 2 y' ORDER BY A LIMIT 1");
+    EXPECT_EQ(sqlite("SELECT  TOP 1 * FROM T WHERE A='1234AND' AND B=1234AND C=2"),
+              "SELECT * FROM T WHERE A='1234AND' AND B=1234 AND C=2 LIMIT 1");
+    EXPECT_EQ(sqlite("SELECT * FROM T WHERE D >= '20261122 00:00:00'"), "SELECT * FROM T WHERE D >= '2026-11-22 00:00:00'");
+    EXPECT_EQ(sqlite("SELECT * FROM T WHERE N = 'O''Brien' AND SL='20261122'"),
+              "SELECT * FROM T WHERE N = 'O''Brien' AND SL='20261122'");
+}
+
+TEST(Dialect, TableCreationNamesIndexesPerTableAndGivesTextTheServerCollation)
+{
+    EXPECT_EQ(sqlite("Create Table P (Store SMALLINT, SL CHAR (8), D DATETIME, A DECIMAL (18,2), F CHAR(1) DEFAULT  ' ');"),
+              "CREATE TABLE P (Store SMALLINT, SL CHAR(8) COLLATE QLN_CI, D DATETIME, A DECIMAL(18,2), F CHAR(1) COLLATE QLN_CI DEFAULT  ' ')");
+    EXPECT_EQ(pg("Create Table P (D DATETIME, B BIT, M MONEY)"), "CREATE TABLE P (D TIMESTAMP, B SMALLINT, M NUMERIC(19,4))");
+    EXPECT_EQ(sqlite("Create UNIQUE  CLUSTERED Index idx_1 On Departments (DeptCode);"),
+              "CREATE UNIQUE INDEX Departments_idx_1 ON Departments (DeptCode)");
+    EXPECT_EQ(pg("Drop index invt1.idx_0"), "DROP INDEX invt1_idx_0");
+    EXPECT_EQ(pg("sp_RENAME 'invt1.Flg2', 'AllowDiscounts ', 'COLUMN'"),
+              "ALTER TABLE invt1 RENAME COLUMN Flg2 TO AllowDiscounts");
+    EXPECT_EQ(pg("ALTER TABLE invt1 ALTER COLUMN itemID CHAR(25)"),
+              "ALTER TABLE invt1 ALTER COLUMN itemID TYPE CHAR(25) COLLATE qln_ci");
+    EXPECT_EQ(pg("ALTER TABLE invt1 ADD Spare CHAR (4) DEFAULT  ' '"),
+              "ALTER TABLE invt1 ADD Spare CHAR(4) COLLATE qln_ci DEFAULT  ' '");
+}
+
+TEST(Dialect, LikeOnPostgresRunsCaseBlindUnderAPlainCollation)
+{
+    EXPECT_EQ(pg("SELECT * FROM T WHERE Descript LIKE 'ab%' ORDER BY Descript"),
+              "SELECT * FROM T WHERE Descript ILIKE 'ab%' COLLATE \"C\" ORDER BY Descript");
+    EXPECT_EQ(sqlite("SELECT * FROM T WHERE Descript LIKE 'ab%'"), "SELECT * FROM T WHERE Descript LIKE 'ab%'");
+}
+
+TEST(Dialect, WalkStatementBecomesOneSeekPerBranch)
+{
+    auto d = SqlDialect::create(Provider::SQLite);
+    const QString literal = QStringLiteral(
+        "SELECT  TOP 1 * FROM T WHERE (SELECT COUNT(*) FROM T WHERE A='a') > 1 AND A='a' AND B>'b' OR A>'a' ORDER BY A,B");
+    EXPECT_EQ(d->rewrite(literal).toStdString(),
+              "SELECT * FROM (SELECT * FROM (SELECT * FROM T WHERE (SELECT COUNT(*) FROM (SELECT 1 FROM T WHERE A='a' LIMIT 2) "
+              "qln_g) > 1 AND A='a' AND B>'b' ORDER BY A,B LIMIT 1) qln_b0 UNION ALL SELECT * FROM (SELECT * FROM T WHERE "
+              "A>'a' ORDER BY A,B LIMIT 1) qln_b1) qln_u ORDER BY A,B LIMIT 1");
+    d->setIndexFriendlyWalk(false);
+    EXPECT_EQ(d->rewrite(literal).toStdString(),
+              "SELECT * FROM T WHERE (SELECT COUNT(*) FROM T WHERE A='a') > 1 AND A='a' AND B>'b' OR A>'a' ORDER BY A,B LIMIT 1");
+}
