@@ -170,6 +170,13 @@ void Recordset::setValue(int ordinal, const QVariant &value)
     m_dirty.emplace_back(ordinal, value);
 }
 
+// PostgreSQL knows the columns by their folded names, SQLite by their declared ones.
+QString Recordset::columnRef(int ordinal) const
+{
+    return m_connection->provider() == Provider::Postgres ? m_names[ordinal]
+                                                           : QLatin1Char('"') + m_names[ordinal] + QLatin1Char('"');
+}
+
 QVariant Recordset::toEngine(int ordinal, const QVariant &value) const
 {
     if (value.typeId() == QMetaType::QDateTime || value.typeId() == QMetaType::QDate) {
@@ -196,7 +203,7 @@ bool Recordset::rowCondition(QString &where, QVariantList &binds) const
     binds << m_locator[m_position];
     const auto &row = m_rows[m_position];
     for (int i = 0; i < fieldCount(); ++i) {
-        terms << QStringLiteral("\"%1\" IS ?").arg(m_names[i]);
+        terms << columnRef(i) + QStringLiteral(" IS ?");
         binds << row[i];
     }
     where = terms.join(QStringLiteral(" AND "));
@@ -215,7 +222,7 @@ bool Recordset::update()
     QStringList sets;
     QVariantList binds;
     for (const auto &[field, value] : m_dirty) {
-        sets << QStringLiteral("\"%1\" = ?").arg(m_names[field]);
+        sets << columnRef(field) + QStringLiteral(" = ?");
         binds << toEngine(field, value);
     }
     const bool postgres = m_connection->provider() == Provider::Postgres;
@@ -224,10 +231,10 @@ bool Recordset::update()
                                  postgres ? QStringLiteral(" RETURNING CAST(ctid AS text), CAST(xmin AS text)") : QString());
     m_connection->noteStatement(QStringLiteral("UPDATE ") + m_table);
     QSqlQuery query(m_connection->database());
-    query.prepare(sql);
+    bool ran = query.prepare(sql);
     for (const QVariant &b : binds + whereBinds)
         query.addBindValue(b);
-    if (!query.exec())
+    if (!ran || !query.exec())
         return fail(m_connection->errorFrom(query.lastError(), sql));
     const bool changed = postgres ? query.next() : query.numRowsAffected() > 0;
     if (!changed)
@@ -254,10 +261,10 @@ bool Recordset::deleteCurrent()
     const QString sql = QStringLiteral("DELETE FROM %1 WHERE %2").arg(m_table, where);
     m_connection->noteStatement(QStringLiteral("DELETE ") + m_table);
     QSqlQuery query(m_connection->database());
-    query.prepare(sql);
+    bool ran = query.prepare(sql);
     for (const QVariant &b : binds)
         query.addBindValue(b);
-    if (!query.exec())
+    if (!ran || !query.exec())
         return fail(m_connection->errorFrom(query.lastError(), sql));
     if (query.numRowsAffected() < 1)
         return fail({DbError::kRowChanged,

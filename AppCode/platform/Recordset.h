@@ -44,6 +44,7 @@ public:
 private:
     QVariant normalise(int ordinal, const QVariant &raw) const;
     QVariant toEngine(int ordinal, const QVariant &value) const;
+    QString columnRef(int ordinal) const;
     bool rowCondition(QString &where, QVariantList &binds) const;
     bool fail(const DbError &error);
 
