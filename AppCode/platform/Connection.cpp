@@ -188,7 +188,7 @@ void Connection::noteStatement(const QString &tsql)
 DbError Connection::errorFrom(const QSqlError &error, const QString &sql)
 {
     DbError e;
-    const QString engine = error.text().trimmed();
+    const QString engine = error.text().simplified(); // one line in the logs
     const QString code = error.nativeErrorCode();
     const QString lower = engine.toLower();
     e.source = m_info.provider == Provider::Postgres ? QStringLiteral("QPSQL") : QStringLiteral("QSQLITE");
@@ -233,23 +233,26 @@ bool Connection::runRewritten(QSqlQuery &query, const QString &sql)
     return false;
 }
 
-int Connection::execute(const QString &tsql)
+bool Connection::execute(const QString &tsql, int *affected)
 {
     noteStatement(tsql);
+    if (affected)
+        *affected = -1;
     const QString sql = m_dialect->rewrite(tsql);
     if (sql.startsWith(QLatin1String("QLN ALTER COLUMN ")))
         return alterSqliteColumn(sql);
     QSqlQuery query(m_db);
     if (!runRewritten(query, sql))
-        return -1;
-    const int affected = query.isSelect() ? -1 : query.numRowsAffected();
-    static const QRegularExpression ddl(QStringLiteral("^\\s*(create\\s+table|alter\\s+table|sp_rename|drop\\s+table)"),
+        return false;
+    static const QRegularExpression ddl(QStringLiteral("^\\s*(create|alter|drop|sp_rename)\\b"),
                                         QRegularExpression::CaseInsensitiveOption);
     if (ddl.match(tsql).hasMatch()) {
         recordDeclaredNames(tsql);
         m_columns.clear();
+    } else if (affected && !query.isSelect()) {
+        *affected = query.numRowsAffected();
     }
-    return affected < 0 ? 0 : affected;
+    return true;
 }
 
 // PostgreSQL folds unquoted names to lower case; the program reads them back as written,
@@ -324,7 +327,7 @@ const QList<ColumnInfo> &Connection::columns(const QString &table)
 }
 
 // SQLite keeps a declared type as text only, so a new width is a new declaration.
-int Connection::alterSqliteColumn(const QString &pseudo)
+bool Connection::alterSqliteColumn(const QString &pseudo)
 {
     static const QRegularExpression re(QStringLiteral("^QLN ALTER COLUMN (\\w+) (\\w+) (.*)$"));
     const auto m = re.match(pseudo);
@@ -332,7 +335,7 @@ int Connection::alterSqliteColumn(const QString &pseudo)
     QSqlQuery q(m_db);
     auto fail = [&](const QString &why) {
         m_error = {DbError::kSyntax, why, QStringLiteral("QSQLITE")};
-        return -1;
+        return false;
     };
     if (!q.exec(QStringLiteral("SELECT sql FROM sqlite_master WHERE type = 'table' AND name = '%1' COLLATE NOCASE").arg(table)) || !q.next())
         return fail(QStringLiteral("Invalid object name '%1'.").arg(table));
@@ -379,7 +382,7 @@ int Connection::alterSqliteColumn(const QString &pseudo)
         return fail(update.lastError().text());
     // Reopen so that this connection reads the new declaration.
     m_db.close();
-    return m_db.open() && prepareSqlite() ? 0 : fail(m_db.lastError().text());
+    return (m_db.open() && prepareSqlite()) || fail(m_db.lastError().text());
 }
 
 } // namespace qln

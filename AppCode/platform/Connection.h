@@ -46,8 +46,10 @@ public:
     SqlDialect &dialect() { return *m_dialect; }
     Provider provider() const { return m_info.provider; }
 
-    // Runs one statement; the records it affected, or -1 with lastError() set.
-    int execute(const QString &tsql);
+    // Runs one statement; false with lastError() set when the engine refuses it.
+    // `affected` gets the records it changed, or -1 where it changes none by count
+    // (definitions, queries), as the suite's provider tells it.
+    bool execute(const QString &tsql, int *affected = nullptr);
 
     const DbError &lastError() const { return m_error; }
     QSqlDatabase &database() { return m_db; }
@@ -70,7 +72,7 @@ public:
 private:
     bool prepareSqlite();
     bool preparePostgres();
-    int alterSqliteColumn(const QString &pseudo);
+    bool alterSqliteColumn(const QString &pseudo);
     void recordDeclaredNames(const QString &tsql);
 
     ConnectionInfo m_info;

@@ -15,8 +15,8 @@ struct ConnectionTest : ::testing::Test {
 
     void SetUp() override
     {
-        ASSERT_EQ(conn->execute(QStringLiteral("Create Table T (K CHAR (8) DEFAULT  ' ', N INTEGER, D DATETIME, A DECIMAL (18,2))")), 0);
-        ASSERT_EQ(conn->execute(QStringLiteral("Create Index idx_0 On T (K)")), 0);
+        ASSERT_TRUE(conn->execute(QStringLiteral("Create Table T (K CHAR (8) DEFAULT  ' ', N INTEGER, D DATETIME, A DECIMAL (18,2))")));
+        ASSERT_TRUE(conn->execute(QStringLiteral("Create Index idx_0 On T (K)")));
     }
     QString one(const QString &sql, int field = 0)
     {
@@ -54,7 +54,9 @@ TEST_F(ConnectionTest, UpdateAndDeleteActOnTheCurrentRowOnlyWhileNobodyChangedIt
     EXPECT_EQ(one(QStringLiteral("SELECT COUNT(*) FROM T WHERE N = 7")), QStringLiteral("1"));
 
     auto other = db.connect();
-    EXPECT_EQ(other->execute(QStringLiteral("UPDATE T SET A = 5 WHERE N = 7")), 1);
+    int affected = 0;
+    EXPECT_TRUE(other->execute(QStringLiteral("UPDATE T SET A = 5 WHERE N = 7"), &affected));
+    EXPECT_EQ(affected, 1);
     rs.setValue(1, 8);
     EXPECT_FALSE(rs.update());
     EXPECT_EQ(rs.lastError().number, DbError::kRowChanged);
@@ -69,13 +71,13 @@ TEST_F(ConnectionTest, UpdateAndDeleteActOnTheCurrentRowOnlyWhileNobodyChangedIt
 
 TEST_F(ConnectionTest, RefusalsComeBackAsTheSuiteProviderWordsThem)
 {
-    EXPECT_EQ(conn->execute(QStringLiteral("SELECT * FROM Missing")), -1);
+    EXPECT_FALSE(conn->execute(QStringLiteral("SELECT * FROM Missing")));
     EXPECT_TRUE(conn->lastError().description.startsWith(QStringLiteral("Invalid object name")));
     conn->execute(QStringLiteral("Create UNIQUE Index idx_1 On T (N)"));
     conn->execute(QStringLiteral("INSERT INTO T VALUES('a', 1, NULL, 0)"));
-    EXPECT_EQ(conn->execute(QStringLiteral("INSERT INTO T VALUES('b', 1, NULL, 0)")), -1);
+    EXPECT_FALSE(conn->execute(QStringLiteral("INSERT INTO T VALUES('b', 1, NULL, 0)")));
     EXPECT_TRUE(conn->lastError().description.startsWith(QStringLiteral("Cannot insert duplicate")));
-    EXPECT_EQ(conn->execute(QStringLiteral("UPDATE & T set x")), -1);
+    EXPECT_FALSE(conn->execute(QStringLiteral("UPDATE & T set x")));
     EXPECT_EQ(conn->lastError().number, DbError::kSyntax) << conn->lastError().description.toStdString();
 }
 
@@ -83,12 +85,12 @@ TEST_F(ConnectionTest, ColumnsKeepTheirDeclaredSpellingAndWidth)
 {
     conn->execute(QStringLiteral("Create Table W (ItemID CHAR (15), Qty DECIMAL (18,2))"));
     conn->execute(QStringLiteral("INSERT INTO W VALUES('x', 1)"));
-    EXPECT_EQ(conn->execute(QStringLiteral("ALTER TABLE W ALTER COLUMN ItemID CHAR(25)")), 0) << conn->lastError().description.toStdString();
+    EXPECT_TRUE(conn->execute(QStringLiteral("ALTER TABLE W ALTER COLUMN ItemID CHAR(25)"))) << conn->lastError().description.toStdString();
     Recordset rs;
     ASSERT_TRUE(rs.open(*conn, QStringLiteral("SELECT * FROM W")));
     EXPECT_EQ(rs.fieldName(0), QStringLiteral("ItemID"));
     EXPECT_EQ(rs.value(0).toString().size(), 25);
-    EXPECT_EQ(conn->execute(QStringLiteral("sp_RENAME 'W.Qty', 'QtyOnHand ', 'COLUMN'")), 0);
+    EXPECT_TRUE(conn->execute(QStringLiteral("sp_RENAME 'W.Qty', 'QtyOnHand ', 'COLUMN'")));
     ASSERT_TRUE(rs.open(*conn, QStringLiteral("SELECT * FROM W")));
     EXPECT_EQ(rs.fieldName(1), QStringLiteral("QtyOnHand"));
 }

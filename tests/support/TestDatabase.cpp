@@ -29,7 +29,7 @@ void runOnServer(const QString &sql)
     Connection admin;
     if (!admin.open(serverInfo(QStringLiteral("postgres"))))
         ADD_FAILURE() << "cannot reach the test server: " << admin.lastError().description.toStdString();
-    else if (admin.execute(sql) < 0)
+    else if (!admin.execute(sql))
         ADD_FAILURE() << sql.toStdString() << ": " << admin.lastError().description.toStdString();
 }
 
