@@ -69,3 +69,19 @@ QString Money::toText(int decimals) const
 }
 
 } // namespace qln
+
+namespace qln {
+
+QString Money::toPlainText(int decimals) const
+{
+    QString text = toText(decimals);
+    if (text.contains(QLatin1Char('.'))) {
+        while (text.endsWith(QLatin1Char('0')))
+            text.chop(1);
+        if (text.endsWith(QLatin1Char('.')))
+            text.chop(1);
+    }
+    return text;
+}
+
+} // namespace qln

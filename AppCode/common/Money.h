@@ -27,6 +27,8 @@ public:
     Money rounded(int decimals) const;
     // Plain text with exactly `decimals` places, rounded as above: "-8.49".
     QString toText(int decimals = 2) const;
+    // The shortest plain text, rounded to `decimals`: "25", "8.4915", "-0.5".
+    QString toPlainText(int decimals = 4) const;
 
     constexpr Money operator+(Money o) const { return Money(m_units + o.m_units); }
     constexpr Money operator-(Money o) const { return Money(m_units - o.m_units); }

@@ -216,6 +216,57 @@ QString indexFriendlyWalkText(const QString &masked)
         .arg(branches.join(QStringLiteral(" UNION ALL ")), order);
 }
 
+
+// The suite's server sorts NULL below every value; PostgreSQL above. Each ORDER BY item and
+// each index column says where NULLs go, so that the indexes still serve the orderings.
+QString nullsLikeTheServer(const QString &text)
+{
+    static const QRegularExpression orderBy(QStringLiteral("\\bORDER\\s+BY\\s+"), CI);
+    QString out;
+    int last = 0;
+    auto it = orderBy.globalMatch(text);
+    while (it.hasNext()) {
+        const auto m = it.next();
+        if (m.capturedStart() < last)
+            continue;
+        out += text.mid(last, m.capturedEnd() - last);
+        int i = m.capturedEnd(), depth = 0, start = i;
+        QStringList items;
+        for (;; ++i) {
+            const bool atEnd = i >= text.size();
+            const QChar c = atEnd ? QChar() : text[i];
+            if (!atEnd && c == QLatin1Char('(')) {
+                ++depth;
+                continue;
+            }
+            if (!atEnd && c == QLatin1Char(')') && depth > 0) {
+                --depth;
+                continue;
+            }
+            const bool limit = !atEnd && depth == 0 && text.mid(i).startsWith(QLatin1String(" LIMIT "), Qt::CaseInsensitive);
+            if (atEnd || limit || (c == QLatin1Char(')') && depth == 0) || (c == QLatin1Char(',') && depth == 0)) {
+                items << text.mid(start, i - start);
+                start = i + 1;
+                if (atEnd || limit || c == QLatin1Char(')'))
+                    break;
+            }
+        }
+        QStringList ordered;
+        static const QRegularExpression desc(QStringLiteral("\\s+DESC\\s*$"), CI);
+        for (const QString &item : items) {
+            const QString t = item.trimmed();
+            if (t.isEmpty() || t.contains(QLatin1String("NULLS"), Qt::CaseInsensitive))
+                ordered << t;
+            else
+                ordered << t + (desc.match(t).hasMatch() ? QStringLiteral(" NULLS LAST") : QStringLiteral(" NULLS FIRST"));
+        }
+        out += ordered.join(QLatin1Char(','));
+        last = i;
+    }
+    out += text.mid(last);
+    return out;
+}
+
 } // namespace
 
 // ---------------------------------------------------------------- DDL
@@ -245,6 +296,8 @@ QString SqlDialect::columnDefinition(const QString &definition) const
 }
 
 QString SqlDialect::likeRewrite(const QString &masked) const { return masked; }
+QString SqlDialect::orderings(const QString &masked) const { return masked; }
+QString SqlDialect::indexColumns(const QString &columns) const { return columns; }
 
 QString SqlDialect::rewrite(const QString &tsql) const
 {
@@ -277,7 +330,7 @@ QString SqlDialect::rewrite(const QString &tsql) const
         return sql.unmask(QStringLiteral("CREATE %1INDEX %2 ON %3 (%4)")
                               .arg(m.captured(1).isEmpty() ? QString() : QStringLiteral("UNIQUE "),
                                    qualifiedIndexName(m.captured(3), m.captured(2)), m.captured(3),
-                                   m.captured(4).trimmed()));
+                                   indexColumns(m.captured(4).trimmed())));
     }
     if (auto m = dropIndex.match(t); m.hasMatch())
         return QStringLiteral("DROP INDEX ") + qualifiedIndexName(m.captured(1), m.captured(2));
@@ -300,13 +353,13 @@ QString SqlDialect::rewrite(const QString &tsql) const
     if (m_indexFriendlyWalk) {
         const QString walk = indexFriendlyWalkText(t);
         if (!walk.isEmpty())
-            return sql.unmask(serverFunctions(walk));
+            return sql.unmask(orderings(serverFunctions(walk)));
     }
     t = unglueNumbers(t);
     t = serverFunctions(t);
     t = likeRewrite(t);
     t = topToLimit(t);
-    return sql.unmask(t);
+    return sql.unmask(orderings(t));
 }
 
 // ---------------------------------------------------------------- engines
@@ -356,6 +409,14 @@ protected:
         QString out = masked;
         out.replace(re, QStringLiteral("ILIKE \\1 COLLATE \"C\""));
         return out;
+    }
+    QString orderings(const QString &masked) const override { return nullsLikeTheServer(masked); }
+    QString indexColumns(const QString &columns) const override
+    {
+        QStringList out;
+        for (const QString &c : columns.split(QLatin1Char(',')))
+            out << c.trimmed() + QStringLiteral(" NULLS FIRST");
+        return out.join(QStringLiteral(", "));
     }
     QString alterColumn(const QString &table, const QString &column, const QString &type) const override
     {

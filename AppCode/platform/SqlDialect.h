@@ -34,6 +34,8 @@ protected:
     virtual QString textCollation() const = 0;                 // for CHAR/VARCHAR/TEXT columns
     virtual QString mapType(const QString &type) const = 0;     // upper-cased type name in
     virtual QString likeRewrite(const QString &masked) const;   // engine's LIKE
+    virtual QString orderings(const QString &masked) const;     // where NULLs sort
+    virtual QString indexColumns(const QString &columns) const;
     virtual QString alterColumn(const QString &table, const QString &column,
                                 const QString &type) const = 0;
 

@@ -38,10 +38,16 @@ TEST(Dialect, TableCreationNamesIndexesPerTableAndGivesTextTheServerCollation)
               "ALTER TABLE invt1 ADD Spare CHAR(4) COLLATE qln_ci DEFAULT  ' '");
 }
 
-TEST(Dialect, LikeOnPostgresRunsCaseBlindUnderAPlainCollation)
+TEST(Dialect, PostgresGetsTheServersLikeAndNullOrdering)
 {
     EXPECT_EQ(pg("SELECT * FROM T WHERE Descript LIKE 'ab%' ORDER BY Descript"),
-              "SELECT * FROM T WHERE Descript ILIKE 'ab%' COLLATE \"C\" ORDER BY Descript");
+              "SELECT * FROM T WHERE Descript ILIKE 'ab%' COLLATE \"C\" ORDER BY Descript NULLS FIRST");
+    EXPECT_EQ(pg("select top 1 * from PromoPrices order by uniqueID desc"),
+              "SELECT * from PromoPrices order by uniqueID desc NULLS LAST LIMIT 1");
+    EXPECT_EQ(pg("SELECT * FROM T WHERE (SELECT 1 FROM U ORDER BY a) = 1 ORDER BY ltrim(ItemID) DESC,b"),
+              "SELECT * FROM T WHERE (SELECT 1 FROM U ORDER BY a NULLS FIRST) = 1 ORDER BY ltrim(ItemID) DESC NULLS LAST,b NULLS FIRST");
+    EXPECT_EQ(pg("Create  Index idx_0 On PromoPrices (SL, EndDate );"),
+              "CREATE INDEX PromoPrices_idx_0 ON PromoPrices (SL NULLS FIRST, EndDate NULLS FIRST)");
     EXPECT_EQ(sqlite("SELECT * FROM T WHERE Descript LIKE 'ab%'"), "SELECT * FROM T WHERE Descript LIKE 'ab%'");
 }
 

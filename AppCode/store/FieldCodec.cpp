@@ -1,0 +1,64 @@
+#include "store/FieldCodec.h"
+
+#include "store/RecordOps.h"
+
+namespace qln {
+
+QDateTime gfdDate_zero() { return QDateTime(QDate(1899, 12, 30), QTime(0, 0)); }
+
+QString gfsField_text(int iTable, int iField, int iWidth)
+{
+    return gfvDB_FieldGet(iTable, iField).toString().leftJustified(iWidth, QLatin1Char(' '), true);
+}
+
+qint32 gfiField_number(int iTable, int iField) { return gfvDB_FieldGet(iTable, iField).toInt(); }
+
+Money gfcField_money(int iTable, int iField) { return Money::fromVariant(gfvDB_FieldGet(iTable, iField)); }
+
+double gfnField_real(int iTable, int iField) { return gfvDB_FieldGet(iTable, iField).toDouble(); }
+
+QDateTime gfdField_date(int iTable, int iField)
+{
+    const QDateTime value = gfvDB_FieldGet(iTable, iField).toDateTime();
+    return value.isValid() ? value : gfdDate_zero();
+}
+
+bool gfbField_isNull(int iTable, int iField) { return gfvDB_FieldGet(iTable, iField).isNull(); }
+
+QString gfsDate_keyText(const QDateTime &date)
+{
+    return (date.isValid() ? date : gfdDate_zero()).toString(QStringLiteral("yyyyMMdd HH:mm:ss"));
+}
+
+ValueList &ValueList::text(QString &field, int width)
+{
+    field = gfsDB_Quote(field, true, width);
+    m_items << QLatin1Char('\'') + field + QLatin1Char('\'');
+    return *this;
+}
+
+ValueList &ValueList::number(qint64 value)
+{
+    m_items << QString::number(value);
+    return *this;
+}
+
+ValueList &ValueList::money(Money value, int decimals)
+{
+    m_items << value.toPlainText(decimals);
+    return *this;
+}
+
+ValueList &ValueList::real(double value)
+{
+    m_items << QString::number(value, 'g', 15);
+    return *this;
+}
+
+ValueList &ValueList::date(const QDateTime &value)
+{
+    m_items << QLatin1Char('\'') + gfsDate_keyText(value) + QLatin1Char('\'');
+    return *this;
+}
+
+} // namespace qln
