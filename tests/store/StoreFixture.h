@@ -18,7 +18,8 @@ struct WalkRecord {
 inline WalkRecord gWalk;
 constexpr int kWalkTable = 4;
 
-class StoreFixture : public ::testing::Test {
+// A fresh database, connected the way start-up connects, with an empty registry.
+class ConnectedStore : public ::testing::Test {
 protected:
     void SetUp() override
     {
@@ -32,6 +33,22 @@ protected:
         gpDB_Connect(QString());
         ASSERT_TRUE(gbDBConnected) << dbConnection().lastError().description.toStdString();
         dbServer().connect(db.info());
+    }
+    void TearDown() override
+    {
+        dbaRecordset.clear();
+        dbConnection().close();
+    }
+
+    TestDatabase db;
+    ScriptedMessages boxes;
+};
+
+class StoreFixture : public ConnectedStore {
+protected:
+    void SetUp() override
+    {
+        ConnectedStore::SetUp();
         gpDB_Table_register(kWalkTable, QStringLiteral("Walk"), QStringLiteral("WALK"), QStringLiteral("Walk"),
                             QStringLiteral("WALK"));
         dbuaTable[kWalkTable].sCreateSql = QStringLiteral(
@@ -42,11 +59,6 @@ protected:
         gpDB_table_routines_set(kWalkTable, {walkKey, walkRead, walkWrite, walkValues});
         ASSERT_TRUE(gfbDB_TableOpen(kWalkTable));
         gWalk = WalkRecord();
-    }
-    void TearDown() override
-    {
-        dbaRecordset.clear();
-        dbConnection().close();
     }
 
     static void walkKey(int iTable, int iKey)
@@ -105,9 +117,6 @@ protected:
         for (const char *s : segs)
             gWalk.seg[i++] = QString::fromUtf8(s).leftJustified(4);
     }
-
-    TestDatabase db;
-    ScriptedMessages boxes;
 };
 
 } // namespace qln::test
