@@ -168,6 +168,8 @@ bool Connection::preparePostgres()
 
 void Connection::close()
 {
+    m_shapes.clear();
+    m_adhoc.reset();
     if (m_db.isValid()) {
         m_db.close();
         m_db = QSqlDatabase();
@@ -216,6 +218,89 @@ DbError Connection::errorFrom(const QSqlError &error, const QString &sql)
     return e;
 }
 
+namespace {
+
+// The one table of "SELECT [TOP n] * FROM T ...", where rows can be written back.
+QString simpleTable(const QString &masked)
+{
+    static const QRegularExpression re(QStringLiteral("^\\s*SELECT\\s+(?:TOP\\s+\\d+\\s+)?\\*\\s+FROM\\s+(\\w+)(?:\\s|$)"),
+                                       QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression joined(QStringLiteral("\\bJOIN\\b|^\\s*SELECT[^(]*\\bFROM\\s+\\w+\\s*,"),
+                                           QRegularExpression::CaseInsensitiveOption);
+    const auto m = re.match(masked);
+    return m.hasMatch() && !joined.match(masked).hasMatch() ? m.captured(1) : QString();
+}
+
+// Every "SELECT * FROM <table>" of the text also selects the row's locator.
+QString withLocator(const QString &masked, const QString &table, Provider provider)
+{
+    const QString locator = provider == Provider::Postgres
+                                ? QStringLiteral("*, CAST(ctid AS text) AS %1, CAST(xmin AS text) AS %2").arg(kCtidColumn, kXminColumn)
+                                : QStringLiteral("*, rowid AS %1").arg(kRowidColumn);
+    const QRegularExpression re(QStringLiteral("\\bSELECT\\s+\\*\\s+FROM\\s+%1\\b(?!\\s*\\()").arg(QRegularExpression::escape(table)),
+                                QRegularExpression::CaseInsensitiveOption);
+    QString text = masked;
+    text.replace(re, QStringLiteral("SELECT %1 FROM %2").arg(locator, table));
+    return text;
+}
+
+QString literalValue(const QString &quoted)
+{
+    return quoted.mid(1, quoted.size() - 2).replace(QLatin1String("''"), QLatin1String("'"));
+}
+
+} // namespace
+
+QSqlQuery *Connection::select(const QString &tsql, QString &table)
+{
+    m_error.clear();
+    MaskedSql masked(tsql);
+    masked.isoDates();
+    auto shape = m_shapes.find(masked.text);
+    if (shape == m_shapes.end()) {
+        Shape fresh;
+        fresh.table = simpleTable(masked.text);
+        QString text = m_dialect->rewriteQuery(masked.text);
+        if (!fresh.table.isEmpty())
+            text = withLocator(text, fresh.table, m_info.provider);
+        QString placeholders;
+        MaskedSql::forEachMarker(text, [&](QStringView run, int literal) {
+            placeholders += run;
+            if (literal >= 0) {
+                placeholders += QLatin1Char('?');
+                fresh.literals << literal;
+            }
+        });
+        fresh.query = std::make_shared<QSqlQuery>(m_db);
+        fresh.query->setForwardOnly(true);
+        if (state() == 1 && fresh.query->prepare(placeholders)) {
+            if (m_shapes.size() > 256)
+                m_shapes.clear();
+            shape = m_shapes.insert(masked.text, fresh);
+        } else {
+            // Not preparable (or refused): run it as text, for the engine's own answer.
+            QString unprepared = masked.unmask(m_dialect->rewriteQuery(masked.text));
+            if (!fresh.table.isEmpty())
+                unprepared = MaskedSql(unprepared).unmask(withLocator(MaskedSql(unprepared).text, fresh.table, m_info.provider));
+            table = fresh.table;
+            m_adhoc = std::make_unique<QSqlQuery>(m_db);
+            return runRewritten(*m_adhoc, unprepared) ? m_adhoc.get() : nullptr;
+        }
+    }
+    table = shape->table;
+    QSqlQuery &query = *shape->query;
+    for (int i = 0; i < shape->literals.size(); ++i)
+        query.bindValue(i, literalValue(masked.literals.value(shape->literals[i])));
+    if (query.exec())
+        return &query;
+    m_error = errorFrom(query.lastError(), tsql);
+    if (m_error.connectionLost) {
+        m_shapes.clear();
+        m_db.close();
+    }
+    return nullptr;
+}
+
 bool Connection::runRewritten(QSqlQuery &query, const QString &sql)
 {
     m_error.clear();
@@ -249,6 +334,7 @@ bool Connection::execute(const QString &tsql, int *affected)
     if (ddl.match(tsql).hasMatch()) {
         recordDeclaredNames(tsql);
         m_columns.clear();
+        m_shapes.clear(); // prepared statements hold the old shape
     } else if (affected && !query.isSelect()) {
         *affected = query.numRowsAffected();
     }
@@ -378,6 +464,7 @@ bool Connection::alterSqliteColumn(const QString &pseudo)
     ok = ok && q.exec(QStringLiteral("PRAGMA schema_version=%1").arg(version + 1));
     q.exec(QStringLiteral("PRAGMA writable_schema=OFF"));
     m_columns.clear();
+    m_shapes.clear();
     if (!ok)
         return fail(update.lastError().text());
     // Reopen so that this connection reads the new declaration.

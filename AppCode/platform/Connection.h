@@ -61,7 +61,11 @@ public:
     const QList<ColumnInfo> &columns(const QString &table);
     void forgetSchema() { m_columns.clear(); }
 
-    // For the record set: runs a rewritten text, keeps the error.
+    // Runs a query of the suite's text for a record set and returns it with its rows to
+    // read, or null with lastError() set. `table` gets the one table whose rows the set can
+    // write back (empty for others), and the query carries their row locators. Each shape
+    // of statement is prepared once; its literals are bound.
+    class QSqlQuery *select(const QString &tsql, QString &table);
     bool runRewritten(class QSqlQuery &query, const QString &sql);
     void noteStatement(const QString &tsql);
     DbError errorFrom(const class QSqlError &error, const QString &sql);
@@ -83,7 +87,20 @@ private:
     quint64 m_statements = 0;
     std::function<void(const QString &)> m_observer;
     QHash<QString, QList<ColumnInfo>> m_columns;
+
+    struct Shape {
+        std::shared_ptr<class QSqlQuery> query;
+        QList<int> literals; // the literal bound to each placeholder, in order
+        QString table;
+    };
+    QHash<QString, Shape> m_shapes;
+    std::unique_ptr<class QSqlQuery> m_adhoc;
 };
+
+// Names of the hidden columns that locate a record set's rows.
+inline const QString kRowidColumn = QStringLiteral("qln_rowid");
+inline const QString kCtidColumn = QStringLiteral("qln_ctid");
+inline const QString kXminColumn = QStringLiteral("qln_xmin");
 
 // "host\port" or "host" for PostgreSQL.
 void splitServer(const QString &server, QString &host, int &port);

@@ -10,38 +10,6 @@ namespace qln {
 
 namespace {
 
-const QString kRowid = QStringLiteral("qln_rowid");
-const QString kCtid = QStringLiteral("qln_ctid");
-const QString kXmin = QStringLiteral("qln_xmin");
-
-// The one table of "SELECT [TOP n] * FROM T ...", where rows can be written back.
-QString simpleTable(const QString &tsql)
-{
-    static const QRegularExpression re(QStringLiteral("^\\s*SELECT\\s+(?:TOP\\s+\\d+\\s+)?\\*\\s+FROM\\s+(\\w+)(?:\\s|$)"),
-                                       QRegularExpression::CaseInsensitiveOption);
-    const MaskedSql masked(tsql);
-    const auto m = re.match(masked.text);
-    if (!m.hasMatch())
-        return QString();
-    // A join or a second table in the FROM list has no single row to write back.
-    static const QRegularExpression joined(QStringLiteral("\\bJOIN\\b|^\\s*SELECT[^(]*\\bFROM\\s+\\w+\\s*,"),
-                                           QRegularExpression::CaseInsensitiveOption);
-    return joined.match(masked.text).hasMatch() ? QString() : m.captured(1);
-}
-
-QString withLocator(const QString &sql, const QString &table, Provider provider)
-{
-    MaskedSql masked(sql);
-    const QString locator = provider == Provider::Postgres
-                                ? QStringLiteral("*, CAST(ctid AS text) AS %1, CAST(xmin AS text) AS %2").arg(kCtid, kXmin)
-                                : QStringLiteral("*, rowid AS %1").arg(kRowid);
-    const QRegularExpression re(QStringLiteral("\\bSELECT\\s+\\*\\s+FROM\\s+%1\\b(?!\\s*\\()").arg(QRegularExpression::escape(table)),
-                                QRegularExpression::CaseInsensitiveOption);
-    QString text = masked.text;
-    text.replace(re, QStringLiteral("SELECT %1 FROM %2").arg(locator, table));
-    return masked.unmask(text);
-}
-
 QDateTime parseDateTime(const QString &text)
 {
     QString t = text.trimmed();
@@ -83,18 +51,15 @@ bool Recordset::open(Connection &connection, const QString &tsql)
     m_error.clear();
 
     connection.noteStatement(tsql);
-    m_table = simpleTable(tsql);
-    QString sql = connection.dialect().rewrite(tsql);
-    if (!m_table.isEmpty())
-        sql = withLocator(sql, m_table, connection.provider());
-    QSqlQuery query(connection.database());
-    if (!connection.runRewritten(query, sql)) {
+    QSqlQuery *found = connection.select(tsql, m_table);
+    if (!found) {
         m_error = connection.lastError();
         return false;
     }
+    QSqlQuery &query = *found;
     const QSqlRecord record = query.record();
     int visible = record.count();
-    const int rowidAt = record.indexOf(kRowid), ctidAt = record.indexOf(kCtid), xminAt = record.indexOf(kXmin);
+    const int rowidAt = record.indexOf(kRowidColumn), ctidAt = record.indexOf(kCtidColumn), xminAt = record.indexOf(kXminColumn);
     if (rowidAt >= 0)
         visible = rowidAt;
     else if (ctidAt >= 0)
@@ -118,7 +83,7 @@ bool Recordset::open(Connection &connection, const QString &tsql)
     for (int i = 0; i < visible; ++i)
         m_names << (m_columns.isEmpty() ? record.fieldName(i) : m_columns[i].name);
     if (fetchError.type() != QSqlError::NoError)
-        return fail(connection.errorFrom(fetchError, sql));
+        return fail(connection.errorFrom(fetchError, tsql));
     return true;
 }
 

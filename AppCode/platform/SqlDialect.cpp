@@ -62,19 +62,30 @@ MaskedSql::MaskedSql(const QString &sql)
 
 QString MaskedSql::unmask(const QString &masked) const
 {
-    static const QRegularExpression re(QStringLiteral("\\x01(\\d+)\\x01"));
     QString out;
     out.reserve(masked.size() + 64);
-    int last = 0;
-    auto it = re.globalMatch(masked);
-    while (it.hasNext()) {
-        const auto m = it.next();
-        out += QStringView(masked).mid(last, m.capturedStart() - last);
-        out += literals.value(m.captured(1).toInt());
-        last = m.capturedEnd();
-    }
-    out += QStringView(masked).mid(last);
+    forEachMarker(masked, [&](QStringView text, int literal) {
+        out += text;
+        if (literal >= 0)
+            out += literals.value(literal);
+    });
     return out;
+}
+
+void MaskedSql::forEachMarker(const QString &masked, const std::function<void(QStringView, int)> &visit)
+{
+    int last = 0;
+    for (int i = 0; i < masked.size(); ++i) {
+        if (masked[i] != QChar(1))
+            continue;
+        const int end = masked.indexOf(QChar(1), i + 1);
+        if (end < 0)
+            break;
+        visit(QStringView(masked).mid(last, i - last), QStringView(masked).mid(i + 1, end - i - 1).toInt());
+        last = end + 1;
+        i = end;
+    }
+    visit(QStringView(masked).mid(last), -1);
 }
 
 namespace {
@@ -83,16 +94,20 @@ const QRegularExpression::PatternOption CI = QRegularExpression::CaseInsensitive
 
 QString ident(const QString &s) { return s.trimmed(); }
 
+} // namespace
+
 // 'YYYYMMDD HH:MM:SS' is the suite's date form; both engines want ISO.
-void isoDateLiterals(MaskedSql &sql)
+void MaskedSql::isoDates()
 {
     static const QRegularExpression re(QStringLiteral("^'(\\d{4})(\\d{2})(\\d{2}) (\\d{2}:\\d{2}:\\d{2})'$"));
-    for (QString &lit : sql.literals) {
+    for (QString &lit : literals) {
         const auto m = re.match(lit);
         if (m.hasMatch())
             lit = QStringLiteral("'%1-%2-%3 %4'").arg(m.captured(1), m.captured(2), m.captured(3), m.captured(4));
     }
 }
+
+namespace {
 
 // The suite's server reads "1234AND" as a number and a keyword; the others refuse it.
 QString unglueNumbers(const QString &text)
@@ -304,7 +319,7 @@ QString SqlDialect::rewrite(const QString &tsql) const
     if (provider() == Provider::SqlServer)
         return tsql;
     MaskedSql sql(tsql);
-    isoDateLiterals(sql);
+    sql.isoDates();
     QString t = sql.text.trimmed();
     while (t.endsWith(QLatin1Char(';')))
         t.chop(1);
@@ -350,16 +365,26 @@ QString SqlDialect::rewrite(const QString &tsql) const
                 .arg(object.left(dot), object.mid(dot + 1), unquote(2));
     }
 
+    return sql.unmask(rewriteQuery(t));
+}
+
+QString SqlDialect::rewriteQuery(const QString &masked) const
+{
+    if (provider() == Provider::SqlServer)
+        return masked;
+    QString t = masked.trimmed();
+    while (t.endsWith(QLatin1Char(';')))
+        t.chop(1);
     if (m_indexFriendlyWalk) {
         const QString walk = indexFriendlyWalkText(t);
         if (!walk.isEmpty())
-            return sql.unmask(orderings(serverFunctions(walk)));
+            return orderings(serverFunctions(walk));
     }
     t = unglueNumbers(t);
     t = serverFunctions(t);
     t = likeRewrite(t);
     t = topToLimit(t);
-    return sql.unmask(orderings(t));
+    return orderings(t);
 }
 
 // ---------------------------------------------------------------- engines

@@ -1,6 +1,7 @@
 #pragma once
 #include <QString>
 #include <QStringList>
+#include <functional>
 #include <memory>
 
 namespace qln {
@@ -21,6 +22,9 @@ public:
 
     // The text to run for one statement of the suite.
     QString rewrite(const QString &tsql) const;
+    // The same for a query or a change of rows, on its text with the literals masked: the
+    // answer depends on the statement's shape alone, so it can be prepared once.
+    QString rewriteQuery(const QString &masked) const;
 
     // The next/previous statements of the keyed walk make an engine sort half a table.
     // With this on (the default) they run as a union of index seeks with the same answer.
@@ -51,7 +55,10 @@ struct MaskedSql {
     QString text;            // literals replaced by \x01<n>\x01
     QStringList literals;    // each with its quotes
     QString unmask(const QString &masked) const;
+    void isoDates(); // 'YYYYMMDD HH:MM:SS' literals to ISO
     static QString marker(int index);
+    // Calls visit with each run of text and the literal that follows it (-1 after the last).
+    static void forEachMarker(const QString &masked, const std::function<void(QStringView, int)> &visit);
 };
 
 } // namespace qln

@@ -1,6 +1,7 @@
 #include "store/Database.h"
 
 #include "common/ProcessState.h"
+#include "config/ProfileFile.h"
 #include "platform/Messages.h"
 #include "platform/ProgramEnd.h"
 #include "platform/Settings.h"
@@ -10,7 +11,6 @@
 #include <QDir>
 #include <QSysInfo>
 
-#define WIRE_INI_WRITE(a, b, c, d) (void)(a), (void)(b), (void)(c), (void)(d)
 namespace qln {
 
 namespace {
@@ -123,7 +123,7 @@ void gpDB_ServerNameSave()
 {
     // Kept with the data: the other programs of the suite read the server from ZOR.INI.
     const QString key = gbRemoteMode ? QStringLiteral("SERVERNAMELOCAL") : QStringLiteral("SERVERNAME");
-    WIRE_INI_WRITE(kDatabaseSection, key, gsDBServer, QDir(gsDataPath).filePath(QStringLiteral("ZOR.INI")));
+    WritePrivateProfileString(kDatabaseSection, key, gsDBServer, QDir(gsDataPath).filePath(QStringLiteral("ZOR.INI")));
 }
 
 bool gfbDB_ServerConnect()

@@ -100,8 +100,9 @@ TEST_F(DatabaseInit, AServerWithoutItsInstancePartIsReported)
     EXPECT_FALSE(gfbDB_ServerConnect());
     ASSERT_EQ(boxes.shown().size(), 1);
     EXPECT_EQ(boxes.shown()[0].title, QStringLiteral("ZOR MSDE"));
-    if (!TestDatabase::onPostgres())
+    if (!TestDatabase::onPostgres()) {
         EXPECT_EQ(boxes.shown()[0].text, QStringLiteral("Invalid procedure call or argument5"));
+    }
 }
 
 TEST_F(DatabaseInit, ABlankServerAsksTheConfigurationProgramOnlyForAServerEngine)

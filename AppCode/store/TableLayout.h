@@ -1,0 +1,115 @@
+#pragma once
+#include "common/Money.h"
+#include "store/FieldCodec.h"
+
+#include <QString>
+#include <QStringList>
+#include <initializer_list>
+#include <variant>
+#include <vector>
+
+// A table's columns, in ordinal order, tied to the fields of its record buffer. The create
+// statement and the three routines that move a record all come from this one list, so that
+// a column can't stand at one ordinal in the table and at another in the buffer.
+namespace qln {
+
+// Width of a "CHAR (n)" type; 0 for any other.
+int gfiColumn_width(const char *type);
+// A column as it stands in a create statement: text columns that may be null take DEFAULT  ' '.
+QString gfsColumn_definition(const char *name, const char *type);
+
+// Fills a registered table's create and index statements and runs them, when the database
+// lacks the table; true when it was missing.
+bool gfbDB_TableCreate_missing(int iTable, const QString &sCreateSql, const QString &sIndexSql);
+
+// One index statement: head, " On ", the table, " (", the columns and ");".
+QString gfsIndex_statement(const char *head, const QString &sTable, const char *columns);
+
+// How the value text treats an apostrophe in a text field: doubled, or made a blank.
+enum class QuoteRule { Double, Blank };
+
+// How each kind of buffer field is read from the current row (text left-aligned and blank
+// padded to its width), written to it, and listed in an INSERT.
+void gpColumn_get(int iTable, int iField, QString &field, int width);
+void gpColumn_get(int iTable, int iField, qint16 &field, int width);
+void gpColumn_get(int iTable, int iField, qint32 &field, int width);
+void gpColumn_get(int iTable, int iField, float &field, int width);
+void gpColumn_get(int iTable, int iField, Money &field, int width);
+void gpColumn_set(int iTable, int iField, const QString &field);
+void gpColumn_set(int iTable, int iField, qint16 field);
+void gpColumn_set(int iTable, int iField, qint32 field);
+void gpColumn_set(int iTable, int iField, float field);
+void gpColumn_set(int iTable, int iField, Money field);
+void gpColumn_value(ValueList &values, QString &field, int width, QuoteRule rule);
+void gpColumn_value(ValueList &values, qint16 field, int width, QuoteRule rule);
+void gpColumn_value(ValueList &values, qint32 field, int width, QuoteRule rule);
+void gpColumn_value(ValueList &values, float field, int width, QuoteRule rule);
+void gpColumn_value(ValueList &values, Money field, int width, QuoteRule rule);
+
+template <class R>
+class TableLayout {
+public:
+    using Field = std::variant<QString R::*, qint16 R::*, qint32 R::*, float R::*, Money R::*>;
+    struct Column {
+        const char *name;
+        const char *type; // as in the create statement: "CHAR (20)", "SMALLINT DEFAULT -1"
+        Field field;
+    };
+
+    TableLayout(std::initializer_list<Column> columns) : m_columns(columns)
+    {
+        for (const Column &c : m_columns)
+            m_widths.push_back(gfiColumn_width(c.type));
+    }
+
+    // "Create Table T (c1 type, c2 type);"
+    QString createSql(const QString &sTable) const
+    {
+        QStringList columns;
+        for (const Column &c : m_columns)
+            columns << gfsColumn_definition(c.name, c.type);
+        return QStringLiteral("Create Table ") + sTable + QStringLiteral(" (") + columns.join(QStringLiteral(", ")) +
+               QStringLiteral(");");
+    }
+
+    void read(int iTable, R &record) const
+    {
+        for (int i = 0; i < count(); ++i)
+            std::visit([&](auto member) { gpColumn_get(iTable, i, record.*member, m_widths[i]); }, m_columns[i].field);
+    }
+
+    void write(int iTable, const R &record) const
+    {
+        for (int i = 0; i < count(); ++i)
+            std::visit([&](auto member) { gpColumn_set(iTable, i, record.*member); }, m_columns[i].field);
+    }
+
+    // The text of VALUES(...). The escaped texts stay in the buffer, as the suite's did.
+    QString values(R &record, QuoteRule rule = QuoteRule::Double) const
+    {
+        ValueList list;
+        for (int i = 0; i < count(); ++i)
+            std::visit([&](auto member) { gpColumn_value(list, record.*member, m_widths[i], rule); }, m_columns[i].field);
+        return list.joined();
+    }
+
+    // The ordinal of a buffer field, for the key builders.
+    template <class T>
+    int ordinal(T R::*member) const
+    {
+        for (int i = 0; i < count(); ++i)
+            if (const auto *held = std::get_if<T R::*>(&m_columns[i].field); held && *held == member)
+                return i;
+        return -1;
+    }
+
+    int width(int iField) const { return m_widths.at(iField); }
+
+private:
+    int count() const { return int(m_columns.size()); }
+
+    std::vector<Column> m_columns;
+    std::vector<int> m_widths;
+};
+
+} // namespace qln
