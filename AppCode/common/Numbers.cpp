@@ -8,7 +8,8 @@ namespace qln {
 double gfdNumber_value(const QString &sText)
 {
     QString packed = sText;
-    packed.remove(QRegularExpression(QStringLiteral("[ \\t\\n]")));
+    static const QRegularExpression blanks(QStringLiteral("[ \\t\\n]"));
+    packed.remove(blanks);
     static const QRegularExpression number(
         QStringLiteral("^[+-]?(\\d+\\.?\\d*|\\.\\d+)([eEdD][+-]?\\d+)?"));
     const QRegularExpressionMatch m = number.match(packed);

@@ -223,7 +223,12 @@ FlexGrid::FlexGrid(QWidget *parent)
     rebuildView();
 }
 
-FlexGrid::~FlexGrid() = default;
+// The view goes first: closing it still asks the model, which reads cells of this grid.
+FlexGrid::~FlexGrid()
+{
+    delete m_view;
+    delete m_model;
+}
 
 QTableView *FlexGrid::view() const { return m_view; }
 

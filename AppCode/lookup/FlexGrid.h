@@ -134,7 +134,7 @@ private:
     bool m_wordWrap = false;
     int m_highLight = 1;
     int m_fillStyle = 0;
-    bool m_allowBigSelection = true;
+    bool m_allowBigSelection = false;
     bool m_redraw = true;
     bool m_stale = false;
     FlexModel *m_model;

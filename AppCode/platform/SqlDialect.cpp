@@ -301,6 +301,9 @@ QString SqlDialect::columnDefinition(const QString &definition) const
     const QString type = m.captured(2).toUpper();
     QString size = m.captured(3);
     size.remove(QLatin1Char(' '));
+    // The suite's server reads a bare DECIMAL as DECIMAL(18,0).
+    if (size.isEmpty() && (type == QLatin1String("DECIMAL") || type == QLatin1String("NUMERIC")))
+        size = QStringLiteral("(18,0)");
     QString out = m.captured(1) + QLatin1Char(' ') + mapType(type) + size;
     static const QStringList textTypes = {QStringLiteral("CHAR"), QStringLiteral("VARCHAR"),
                                           QStringLiteral("NCHAR"), QStringLiteral("NVARCHAR"),
@@ -382,9 +385,20 @@ QString SqlDialect::rewriteQuery(const QString &masked) const
     }
     t = unglueNumbers(t);
     t = serverFunctions(t);
+    t = trimmedColumns(t);
     t = likeRewrite(t);
     t = topToLimit(t);
     return orderings(t);
+}
+
+// A trimmed column keeps the server's comparison: case and trailing blanks do not count.
+// Under LIKE the engine's own pattern rules apply instead.
+QString SqlDialect::trimmedColumns(const QString &masked) const
+{
+    static const QRegularExpression re(QStringLiteral("\\b(ltrim\\(\\s*[\\w.]+\\s*\\))(?!\\s*(?:NOT\\s+)?LIKE\\b)"), CI);
+    QString out = masked;
+    out.replace(re, trimmedColumnForm());
+    return out;
 }
 
 // ---------------------------------------------------------------- engines
@@ -397,6 +411,7 @@ public:
 
 protected:
     QString textCollation() const override { return QStringLiteral("QLN_CI"); }
+    QString trimmedColumnForm() const override { return QStringLiteral("\\1 COLLATE QLN_CI"); }
     QString mapType(const QString &type) const override { return type; }
     // SQLite keeps declared types only as text; the connection rewrites the declaration.
     QString alterColumn(const QString &table, const QString &column, const QString &type) const override
@@ -411,6 +426,7 @@ public:
 
 protected:
     QString textCollation() const override { return QStringLiteral("qln_ci"); }
+    QString trimmedColumnForm() const override { return QStringLiteral("CAST(\\1 AS bpchar) COLLATE qln_ci"); }
     QString mapType(const QString &type) const override
     {
         if (type == QLatin1String("DATETIME") || type == QLatin1String("SMALLDATETIME"))
@@ -457,6 +473,7 @@ public:
 
 protected:
     QString textCollation() const override { return QStringLiteral("DATABASE_DEFAULT"); }
+    QString trimmedColumnForm() const override { return QStringLiteral("\\1"); }
     QString mapType(const QString &type) const override { return type; }
     QString alterColumn(const QString &table, const QString &column, const QString &type) const override
     {

@@ -40,6 +40,8 @@ protected:
     virtual QString likeRewrite(const QString &masked) const;   // engine's LIKE
     virtual QString orderings(const QString &masked) const;     // where NULLs sort
     virtual QString indexColumns(const QString &columns) const;
+    virtual QString trimmedColumnForm() const = 0; // what "ltrim(column)" becomes; \1 is the call
+    QString trimmedColumns(const QString &masked) const;
     virtual QString alterColumn(const QString &table, const QString &column,
                                 const QString &type) const = 0;
 

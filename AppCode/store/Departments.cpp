@@ -38,7 +38,7 @@ void insertDefaultRow(int iTable)
 // Puts a code in the buffer, as wide as the field, and reads it on the code key.
 bool findCode(const QString &code)
 {
-    gDept.DeptCode = code.leftJustified(layout().width(layout().ordinal(&D::DeptCode)), QLatin1Char(' '), true);
+    gDept.DeptCode = layout().fitted(&D::DeptCode, code);
     return gfbDB_RecordOp(kDeptTable, kOpEqual, 1);
 }
 
@@ -115,7 +115,7 @@ QString gfsDept_Name(const QString &sCode, bool bCodeOnly, bool bShort)
         name1 = gDept.Department.trimmed();
     if (second >= 0 && code.mid(first + 1, 3) != zeros && findCode(code.left(second) + QStringLiteral(".000")))
         name2 = QStringLiteral(" - ") + gDept.Department.trimmed();
-    // Without a second point the test falls on the first three characters, as it always did.
+    // With no second point this looks at the first three characters: "002" is tried as a code.
     if (code.mid(second + 1, 3) != zeros && findCode(code))
         name3 = QStringLiteral(" - ") + gDept.Department.trimmed();
 

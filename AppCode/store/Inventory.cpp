@@ -101,10 +101,12 @@ struct Index {
     bool unique;
 };
 constexpr Index kIndexes[] = {
-    {"RecordNum", true},           {"SL", true},                 {"ItemID", true},
-    {"Description, SL", true},     {"SubDescription, SL", true}, {"VendorCode, SL", true},
-    {"VendorCode, ItemID", true},  {"VendorCode, Description", false}, {"DeptCode, ItemID", true},
-    {"PriceFactor, Description", false}, {"LocFront, RecordNum", true}, {"LocBack, RecordNum", true},
+    {"RecordNum", true},          {"SL", true},
+    {"ItemID", true},             {"Description, SL", true},
+    {"SubDescription, SL", true}, {"VendorCode, SL", true},
+    {"VendorCode, ItemID", true}, {"VendorCode, Description", false},
+    {"DeptCode, ItemID", true},   {"PriceFactor, Description", false},
+    {"LocFront, RecordNum", true}, {"LocBack, RecordNum", true},
     {"Poll, RecordNum", true},
 };
 constexpr int kIndexCount = int(std::size(kIndexes));
@@ -174,7 +176,7 @@ bool selectItem(const QString &sWhere)
 
 void gpInventory_Open(int iTable, const QString &sPath, const QString &sStore, const QString &sName)
 {
-    Q_UNUSED(sPath);
+    Q_UNUSED(sPath); // the registry writes the file path from gsDataPath
     const QString own = QStringLiteral("invt") + sStore;
     if (sName.isEmpty())
         gpDB_Table_register(iTable, QStringLiteral("INVENTRY"), own, own, QStringLiteral("Inventory"));

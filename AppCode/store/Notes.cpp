@@ -27,12 +27,12 @@ int widthOf(QString N::*field) { return layout().width(layout().ordinal(field));
 // The reference as the column holds it: up to a line feed, blank padded.
 QString reference(const QString &sRefCode)
 {
-    return sRefCode.left(sRefCode.indexOf(QLatin1Char('\n'))).leftJustified(widthOf(&N::REFCODE), QLatin1Char(' '), true);
+    return layout().fitted(&N::REFCODE, sRefCode.left(sRefCode.indexOf(QLatin1Char('\n'))));
 }
 
 void putLineKey(const QString &sFileCode, const QString &ref, int iLine)
 {
-    gNotes.FILECODE = sFileCode.leftJustified(widthOf(&N::FILECODE), QLatin1Char(' '), true);
+    gNotes.FILECODE = layout().fitted(&N::FILECODE, sFileCode);
     gNotes.REFCODE = ref;
     gNotes.LINENUM = QStringLiteral("%1").arg(iLine, 4, 10, QLatin1Char('0')); // "000#"
 }

@@ -214,8 +214,9 @@ void gpDB_FieldSet(int iTable, int iField, const QVariant &vValue)
     if (rs->recordCount() == 0)
         return;
     if (vValue.toString().trimmed().isEmpty()) {
-        if (rs->value(iField).toString() != QString())
-            rs->setValue(iField, QString());
+        const QString empty = QStringLiteral(""); // empty, not null: a null text would be sent as NULL
+        if (rs->value(iField).toString() != empty)
+            rs->setValue(iField, empty);
         return;
     }
     const QVariant present = rs->value(iField);

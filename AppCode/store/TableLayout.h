@@ -103,6 +103,11 @@ public:
         return -1;
     }
 
+    // A text as the fixed-width field holds it: cut or blank padded to the field's width.
+    QString fitted(QString R::*field, const QString &text) const
+    {
+        return text.leftJustified(m_widths.at(ordinal(field)), QLatin1Char(' '), true);
+    }
     int width(int iField) const { return m_widths.at(iField); }
 
 private:

@@ -22,6 +22,7 @@ QCalendarWidget *calendar(QDialog &form, int index)
 // Moves a calendar's day with the arrow keys, as a user does.
 void stepDays(QCalendarWidget *widget, Qt::Key key, int times)
 {
+    ASSERT_TRUE(QTest::qWaitForWindowActive(widget->window()));
     widget->setFocus();
     for (int i = 0; i < times; ++i)
         QTest::keyClick(QApplication::focusWidget(), key);
@@ -39,7 +40,6 @@ TEST_F(CalendarTest, OkReturnsBothChosenDates)
 {
     QDate start(2026, 12, 1), end(2026, 12, 24);
     ScopedModalScript user([](QDialog &form) {
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&form));
         EXPECT_EQ(form.objectName(), QStringLiteral("frmSM_2CALENDAR"));
         EXPECT_EQ(calendar(form, 0)->selectedDate(), QDate(2026, 12, 1));
         stepDays(calendar(form, 0), Qt::Key_Right, 2);

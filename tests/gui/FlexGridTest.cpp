@@ -304,8 +304,11 @@ TEST(FlexGridVolume, HoldsAHundredThousandRowsOfTenColumns)
     EXPECT_EQ(grid.Rows(), 100001);
     EXPECT_EQ(grid.view()->model()->rowCount(), 100000);
     gpGrid_SortColumn(grid, 3, flexSortNumericAscending);
-    EXPECT_EQ(grid.TextMatrix(1, 3), s("3"));
-    EXPECT_EQ(grid.TextMatrix(100000, 3), s("100002"));
+    int unordered = 0;
+    for (int r = 2; r < grid.Rows(); ++r)
+        unordered += grid.TextMatrix(r - 1, 3).toInt() > grid.TextMatrix(r, 3).toInt();
+    EXPECT_EQ(unordered, 0);
+    EXPECT_EQ(grid.TextMatrix(50000, 4).toInt(), grid.TextMatrix(50000, 3).toInt() + 1);
     grid.setTopRow(99990);
     EXPECT_TRUE(grid.RowIsVisible(99995));
 }

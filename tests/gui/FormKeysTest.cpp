@@ -42,7 +42,8 @@ public:
 protected:
     void keyPressEvent(QKeyEvent *event) override
     {
-        reached << event->key();
+        if (event->key() != Qt::Key_Shift)
+            reached << event->key();
         QDialog::keyPressEvent(event);
     }
 
@@ -161,6 +162,7 @@ TEST_F(FormKeysTest, TextBoxesSelectTheirWholeTextOnFocus)
 {
     auto *second = new QLineEdit(s("12/01/2026"), &form);
     form.layout()->addWidget(second);
+    second->show();
     form.search->setText(s("ACME"));
     gpFocusSelect_install(&form);
 

@@ -45,7 +45,8 @@ TEST(Dialect, PostgresGetsTheServersLikeAndNullOrdering)
     EXPECT_EQ(pg("select top 1 * from PromoPrices order by uniqueID desc"),
               "SELECT * from PromoPrices order by uniqueID desc NULLS LAST LIMIT 1");
     EXPECT_EQ(pg("SELECT * FROM T WHERE (SELECT 1 FROM U ORDER BY a) = 1 ORDER BY ltrim(ItemID) DESC,b"),
-              "SELECT * FROM T WHERE (SELECT 1 FROM U ORDER BY a NULLS FIRST) = 1 ORDER BY ltrim(ItemID) DESC NULLS LAST,b NULLS FIRST");
+              "SELECT * FROM T WHERE (SELECT 1 FROM U ORDER BY a NULLS FIRST) = 1 ORDER BY CAST(ltrim(ItemID) AS bpchar) COLLATE qln_ci "
+              "DESC NULLS LAST,b NULLS FIRST");
     EXPECT_EQ(pg("Create  Index idx_0 On PromoPrices (SL, EndDate );"),
               "CREATE INDEX PromoPrices_idx_0 ON PromoPrices (SL NULLS FIRST, EndDate NULLS FIRST)");
     EXPECT_EQ(sqlite("SELECT * FROM T WHERE Descript LIKE 'ab%'"), "SELECT * FROM T WHERE Descript LIKE 'ab%'");
@@ -63,4 +64,12 @@ TEST(Dialect, WalkStatementBecomesOneSeekPerBranch)
     d->setIndexFriendlyWalk(false);
     EXPECT_EQ(d->rewrite(literal).toStdString(),
               "SELECT * FROM T WHERE (SELECT COUNT(*) FROM T WHERE A='a') > 1 AND A='a' AND B>'b' OR A>'a' ORDER BY A,B LIMIT 1");
+}
+
+TEST(Dialect, ATrimmedColumnStillComparesWithoutCaseAndTrailingBlanks)
+{
+    EXPECT_EQ(sqlite("SELECT TOP 1 * FROM I WHERE ltrim(ItemID)='ab  ' ORDER BY ltrim(ItemID)"),
+              "SELECT * FROM I WHERE ltrim(ItemID) COLLATE QLN_CI='ab  ' ORDER BY ltrim(ItemID) COLLATE QLN_CI LIMIT 1");
+    EXPECT_EQ(sqlite("SELECT * FROM I WHERE ltrim(ItemID) LIKE 'ab%'"), "SELECT * FROM I WHERE ltrim(ItemID) LIKE 'ab%'");
+    EXPECT_EQ(sqlite("SELECT * FROM I WHERE Subltrim(ItemID)='x'"), "SELECT * FROM I WHERE Subltrim(ItemID)='x'");
 }
