@@ -36,26 +36,19 @@ MaskedSql::MaskedSql(const QString &sql)
     text.reserve(sql.size());
     int i = 0;
     while (i < sql.size()) {
-        if (sql[i] != QLatin1Char('\'')) {
-            text += sql[i++];
-            continue;
+        const int quote = sql.indexOf(QLatin1Char('\''), i);
+        if (quote < 0) {
+            text += QStringView(sql).mid(i);
+            break;
         }
-        int j = i + 1;
-        for (;;) {
-            if (j >= sql.size())
-                break;
-            if (sql[j] == QLatin1Char('\'')) {
-                if (j + 1 < sql.size() && sql[j + 1] == QLatin1Char('\'')) {
-                    j += 2;
-                    continue;
-                }
-                break;
-            }
-            ++j;
-        }
+        text += QStringView(sql).mid(i, quote - i);
+        int j = quote + 1;
+        // '' inside a literal is a quote of its own
+        while (j < sql.size() && (sql[j] != QLatin1Char('\'') || (j + 1 < sql.size() && sql[j + 1] == QLatin1Char('\''))))
+            j += sql[j] == QLatin1Char('\'') ? 2 : 1;
         const int end = qMin(j, int(sql.size()) - 1);
-        literals << sql.mid(i, end - i + 1);
-        text += marker(literals.size() - 1);
+        literals << sql.mid(quote, end - quote + 1);
+        text += marker(int(literals.size()) - 1);
         i = end + 1;
     }
 }
@@ -101,6 +94,8 @@ void MaskedSql::isoDates()
 {
     static const QRegularExpression re(QStringLiteral("^'(\\d{4})(\\d{2})(\\d{2}) (\\d{2}:\\d{2}:\\d{2})'$"));
     for (QString &lit : literals) {
+        if (lit.size() != 19 || lit[9] != QLatin1Char(' '))
+            continue; // most literals are not dates: skip the pattern
         const auto m = re.match(lit);
         if (m.hasMatch())
             lit = QStringLiteral("'%1-%2-%3 %4'").arg(m.captured(1), m.captured(2), m.captured(3), m.captured(4));

@@ -57,8 +57,10 @@ bool databaseFileExists(const QString &folder, const QString &name)
 
 Connection &dbConnection()
 {
-    static Connection connection;
-    return connection;
+    // Lives as long as the process: the program never closes it, and Qt's drivers are
+    // gone before static destructors run.
+    static Connection *connection = new Connection;
+    return *connection;
 }
 
 ServerAdmin &dbServer()

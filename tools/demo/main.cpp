@@ -4,6 +4,7 @@
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QRegularExpression>
 #include <cstdio>
 
@@ -66,8 +67,10 @@ int main(int argc, char **argv)
 
     demo::DemoReport report;
     QString error;
-    const bool built = demo::gfbDemo_build(o, report, error, [](const QString &step) {
-        std::fprintf(stderr, "  %s\n", qPrintable(step));
+    QElapsedTimer clock;
+    clock.start();
+    const bool built = demo::gfbDemo_build(o, report, error, [&clock](const QString &step) {
+        std::fprintf(stderr, "  %6.1f s  %s\n", clock.elapsed() / 1000.0, qPrintable(step));
     });
     if (!built)
         return fail(error);
