@@ -1,0 +1,140 @@
+#include "shell/QlnMain.h"
+
+#include "DemoData.h"
+#include "platform/ModalRunner.h"
+#include "platform/ProgramEnd.h"
+#include "shell/FrmMenu.h"
+#include "shell/InstanceLock.h"
+#include "shell/ProcessReset.h"
+#include "support/QtPrinters.h"
+#include "support/ScriptedMessages.h"
+#include "support/TestDatabase.h"
+
+#include <QPushButton>
+#include <QTest>
+#include <gtest/gtest.h>
+
+using namespace qln;
+using namespace qln::test;
+
+namespace {
+
+QPushButton *button(QWidget &form, const QString &name) { return form.findChild<QPushButton *>(name); }
+QPushButton *command1(QWidget &form, int i) { return button(form, QStringLiteral("Command1(%1)").arg(i)); }
+
+// The program on a data set of its own; a script plays the user at each form.
+class Startup : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        gpProcess_reset();
+        gsAppPath = program.path();
+    }
+    void TearDown() override { gpProcess_reset(); }
+
+    void buildDemo()
+    {
+        const ConnectionInfo &i = db.info();
+        demo::DemoOptions o;
+        o.path = db.dataPath(), o.items = 200;
+        o.provider = i.provider, o.server = i.server, o.user = i.user, o.database = i.database;
+        demo::DemoReport report;
+        QString error;
+        ASSERT_TRUE(demo::gfbDemo_build(o, report, error)) << error.toStdString();
+        gpProcess_reset();
+    }
+    // The exit code, or that of the ProgramEnd that stopped the program.
+    int run(const QString &options, const std::function<void(QDialog &)> &user = {})
+    {
+        ScopedModalScript script([&](QDialog &form) {
+            forms << form.objectName();
+            if (user)
+                user(form);
+        });
+        InstanceLock lock(program.filePath(QStringLiteral("quillon.lock")));
+        ended = false;
+        try {
+            return gfiQlnMain(options + QStringLiteral(" /DATAPATH=") + db.dataPath() + dataPathTail, lock);
+        } catch (const ProgramEnd &end) {
+            ended = true;
+            return end.code;
+        }
+    }
+
+    TestDatabase db;
+    QTemporaryDir program;
+    ScriptedMessages boxes;
+    QString dataPathTail;
+    QStringList forms;
+    bool ended = false;
+};
+
+} // namespace
+
+TEST_F(Startup, ReachesTheMenuWithItsWindowsDisabledUntilTheyExist)
+{
+    buildDemo();
+    dataPathTail = QStringLiteral("/");
+    EXPECT_EQ(run(QStringLiteral("/InvUID=abc"), [](QDialog &menu) {
+                  EXPECT_EQ(menu.windowTitle(), QStringLiteral("Quillon"));
+                  for (int i = 0; i < FrmMenu::kPromoKinds; ++i) {
+                      EXPECT_FALSE(command1(menu, i)->isEnabled());
+                      EXPECT_EQ(command1(menu, i)->toolTip(), QStringLiteral("Not available yet"));
+                  }
+              }),
+              0);
+    EXPECT_EQ(forms, strings({"FrmMenu"}));
+    EXPECT_FALSE(ended) << "a closed menu runs the end routine";
+    EXPECT_TRUE(boxes.shown().isEmpty()) << boxes.texts().join(QLatin1Char('\n')).toStdString();
+    EXPECT_EQ(gsDataPath, db.dataPath());
+    EXPECT_EQ(gsStore, QStringLiteral("1"));
+    EXPECT_TRUE(dbuaTable[7].bOpen);
+    EXPECT_EQ(gCommon.TaxLabel2nd, QStringLiteral("TAX")) << "country settings loaded";
+}
+
+TEST_F(Startup, ExitAndEscEndTheProcessButAChosenWindowReturnsToTheMenu)
+{
+    buildDemo();
+    // Item mode has no window of its own yet: it gets the menu.
+    EXPECT_EQ(run(QStringLiteral("/ITEM=I"), [](QDialog &menu) { button(menu, QStringLiteral("Command2"))->click(); }), 0);
+    EXPECT_TRUE(ended && forms == strings({"FrmMenu"}));
+    EXPECT_EQ(run(QString(), [](QDialog &menu) { QTest::keyClick(&menu, Qt::Key_Escape); }), 0);
+    EXPECT_TRUE(ended);
+
+    int opened = 0;
+    FrmMenu::Windows windows;
+    windows[3] = [&] { ++opened; };
+    FrmMenu menu(windows);
+    ScopedModalScript script([&](QDialog &form) {
+        command1(form, 3)->click();
+        EXPECT_TRUE(form.isVisible());
+        EXPECT_TRUE(command1(form, 3)->toolTip().isEmpty());
+    });
+    EXPECT_NE(gfiForm_show_modal(menu), FrmMenu::kExit);
+    EXPECT_EQ(opened, 1);
+}
+
+TEST_F(Startup, SecondInstanceIsRefusedAndTouchesNoTable)
+{
+    InstanceLock first(program.filePath(QStringLiteral("quillon.lock")));
+    ASSERT_TRUE(first.gfbTake());
+    EXPECT_EQ(run(QString()), 1);
+    EXPECT_TRUE(ended && forms.isEmpty() && dbuaTable.empty());
+    ASSERT_EQ(boxes.shown().size(), 1);
+    EXPECT_EQ(boxes.shown()[0].text, QStringLiteral("Quillon is already running.\rThis Program Can Only Be Runing Once On This Machine"));
+    EXPECT_EQ(boxes.shown()[0].icon, MsgIcon::Critical);
+    EXPECT_FALSE(QFile::exists(program.filePath(QStringLiteral("52.txt")))) << "no connection was tried";
+}
+
+TEST_F(Startup, EndsWithoutAWindowWhenTheDataCannotBeOpened)
+{
+    dataPathTail = QStringLiteral("/gone");
+    EXPECT_EQ(run(QString()), 1);
+    EXPECT_EQ(boxes.texts(), QStringList{QStringLiteral("Data Path Not Found.\r\r") + db.dataPath() + dataPathTail});
+    EXPECT_TRUE(dbuaTable.empty());
+
+    dataPathTail.clear();
+    EXPECT_EQ(run(QString()), 1) << "an empty company table";
+    EXPECT_TRUE(dbuaTable[1].sSqlFile.isEmpty()) << "tables 1 to 7 stay unregistered";
+    EXPECT_TRUE(forms.isEmpty());
+}
