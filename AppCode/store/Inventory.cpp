@@ -232,6 +232,7 @@ void gpInventory_read(int iTable) { layout().read(iTable, gInventory); }
 void gpInventory_write(int iTable) { layout().write(iTable, gInventory); }
 
 QString gfsInventory_values() { return layout().values(gInventory); }
+QVariantList gfvInventory_row() { return layout().row(gInventory); }
 
 int gfiInventory_ReservedSL(const QString &sSL)
 {

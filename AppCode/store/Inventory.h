@@ -1,4 +1,5 @@
 #pragma once
+#include <QVariantList>
 #include "common/Money.h"
 
 #include <QString>
@@ -86,6 +87,8 @@ void gpInventory_key(int iTable, int iKey);
 void gpInventory_read(int iTable);
 void gpInventory_write(int iTable);
 QString gfsInventory_values();
+// The buffer's values in column order, for bulk loads.
+QVariantList gfvInventory_row();
 
 // The number of a pseudo-item's SL: -1 for "0", 999999 for an SL that is none of them.
 int gfiInventory_ReservedSL(const QString &sSL);

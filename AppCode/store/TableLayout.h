@@ -41,6 +41,11 @@ void gpColumn_set(int iTable, int iField, qint32 field);
 void gpColumn_set(int iTable, int iField, float field);
 void gpColumn_set(int iTable, int iField, Money field);
 void gpColumn_value(ValueList &values, QString &field, int width, QuoteRule rule);
+inline QVariant gfvColumn_plain(const QString &field) { return field; }
+inline QVariant gfvColumn_plain(qint16 field) { return field; }
+inline QVariant gfvColumn_plain(qint32 field) { return field; }
+inline QVariant gfvColumn_plain(float field) { return double(field); }
+inline QVariant gfvColumn_plain(Money field) { return field.toPlainText(); }
 void gpColumn_value(ValueList &values, qint16 field, int width, QuoteRule rule);
 void gpColumn_value(ValueList &values, qint32 field, int width, QuoteRule rule);
 void gpColumn_value(ValueList &values, float field, int width, QuoteRule rule);
@@ -91,6 +96,16 @@ public:
         for (int i = 0; i < count(); ++i)
             std::visit([&](auto member) { gpColumn_value(list, record.*member, m_widths[i], rule); }, m_columns[i].field);
         return list.joined();
+    }
+
+    // The buffer's values as they are, in column order: for loading many rows at once.
+    QVariantList row(const R &record) const
+    {
+        QVariantList out;
+        out.reserve(count());
+        for (const Column &c : m_columns)
+            std::visit([&](auto member) { out << gfvColumn_plain(record.*member); }, c.field);
+        return out;
     }
 
     // The ordinal of a buffer field, for the key builders.

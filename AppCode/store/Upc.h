@@ -1,4 +1,5 @@
 #pragma once
+#include <QVariantList>
 #include <QString>
 
 // The UPC cross-reference: the codes under which each item is scanned.
@@ -24,5 +25,7 @@ void gpUpc_key(int iTable, int iKey);
 void gpUpc_read(int iTable);
 void gpUpc_write(int iTable);
 QString gfsUpc_values();
+// The buffer's values in column order, for bulk loads.
+QVariantList gfvUpc_row();
 
 } // namespace qln
