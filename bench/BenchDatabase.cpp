@@ -5,6 +5,7 @@
 #include "store/RecordOps.h"
 
 #include <QElapsedTimer>
+#include <QSqlError>
 #include <QSqlQuery>
 #include <cstdio>
 
@@ -30,7 +31,7 @@ QString fillSql(Provider provider, int items)
     const QString count = QString::number(items);
     if (provider == Provider::Postgres)
         return QStringLiteral("INSERT INTO BenchInvt SELECT lpad(x::text, 8, '0'), (x * 7)::text, 'ITEM ' || "
-                              "lpad(((x * 7919) % 1000003)::text, 6, '0'), 'V' || lpad((x % 500)::text, 4, '0'), "
+                              "lpad(((x::bigint * 7919) % 1000003)::text, 6, '0'), 'V' || lpad((x % 500)::text, 4, '0'), "
                               "lpad((x % 20)::text, 3, '0') || '.' || lpad((x % 15)::text, 3, '0') || '.' || "
                               "lpad((x % 300)::text, 3, '0'), (x % 9000) / 100.0 + 1, (x % 9000) / 200.0 + 0.5, 'A', ' ', x "
                               "FROM generate_series(1, ") + count + QStringLiteral(") AS g(x)");
@@ -74,7 +75,7 @@ void BenchDatabase::fill()
     c.execute(QString::fromUtf8(kCreate));
     QSqlQuery q(c.database());
     if (!q.exec(fillSql(c.provider(), itemCount())))
-        std::fprintf(stderr, "fill failed\n");
+        std::fprintf(stderr, "fill failed: %s\n", qPrintable(q.lastError().text()));
     for (const char *index : kIndexes)
         c.execute(QString::fromUtf8(index));
     QSqlQuery(c.database()).exec(QStringLiteral("ANALYZE"));

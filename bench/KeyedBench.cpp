@@ -46,6 +46,8 @@ void setUp()
 void aim(int i)
 {
     const BenchDatabase &db = BenchDatabase::instance();
+    if (db.sampleSLs().isEmpty())
+        return;
     const int n = i % db.sampleSLs().size();
     gItem.sl = db.sampleSLs()[n];
     gItem.dept = db.sampleDepts()[n];

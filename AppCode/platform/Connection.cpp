@@ -357,20 +357,7 @@ void Connection::recordDeclaredNames(const QString &tsql)
     QStringList names;
     if (auto m = create.match(tsql); m.hasMatch()) {
         table = m.captured(1);
-        MaskedSql masked(m.captured(2));
-        int depth = 0, start = 0;
-        const QString &t = masked.text;
-        QStringList defs;
-        for (int i = 0; i <= t.size(); ++i) {
-            if (i == t.size() || (t[i] == QLatin1Char(',') && depth == 0)) {
-                defs << t.mid(start, i - start);
-                start = i + 1;
-            } else if (t[i] == QLatin1Char('('))
-                ++depth;
-            else if (t[i] == QLatin1Char(')'))
-                --depth;
-        }
-        for (const QString &d : defs) {
+        for (const QString &d : splitTopLevel(MaskedSql(m.captured(2)).text, QLatin1Char(','))) {
             const QString name = d.trimmed().section(QLatin1Char(' '), 0, 0);
             if (!name.isEmpty())
                 names << name;
@@ -429,18 +416,7 @@ bool Connection::alterSqliteColumn(const QString &pseudo)
     q.finish();
     const int open = createSql.indexOf(QLatin1Char('('));
     MaskedSql masked(createSql.mid(open + 1, createSql.lastIndexOf(QLatin1Char(')')) - open - 1));
-    QStringList defs;
-    int depth = 0, start = 0;
-    const QString &t = masked.text;
-    for (int i = 0; i <= t.size(); ++i) {
-        if (i == t.size() || (t[i] == QLatin1Char(',') && depth == 0)) {
-            defs << t.mid(start, i - start);
-            start = i + 1;
-        } else if (t[i] == QLatin1Char('('))
-            ++depth;
-        else if (t[i] == QLatin1Char(')'))
-            --depth;
-    }
+    QStringList defs = splitTopLevel(masked.text, QLatin1Char(','));
     bool found = false;
     for (QString &d : defs) {
         const QString name = d.trimmed().section(QLatin1Char(' '), 0, 0);

@@ -139,24 +139,6 @@ QString topToLimit(const QString &text)
     return QStringLiteral("SELECT ") + m.captured(1) + rest + QStringLiteral(" LIMIT ") + m.captured(2);
 }
 
-QStringList splitTopLevel(const QString &text, QChar separator)
-{
-    QStringList parts;
-    int depth = 0, start = 0;
-    for (int i = 0; i < text.size(); ++i) {
-        const QChar c = text[i];
-        if (c == QLatin1Char('('))
-            ++depth;
-        else if (c == QLatin1Char(')'))
-            --depth;
-        else if (c == separator && depth == 0) {
-            parts << text.mid(start, i - start);
-            start = i + 1;
-        }
-    }
-    parts << text.mid(start);
-    return parts;
-}
 
 // ---------------------------------------------------------------- keyed walk
 
@@ -277,9 +259,63 @@ QString nullsLikeTheServer(const QString &text)
     return out;
 }
 
+// A keyed ">=" or "<=" over several segments orders by the first segment alone, so any row
+// whose first segment equals the key's is an answer when one exists: seek that first, and
+// only then read on. UNION ALL under LIMIT stops at the first branch that gives a row.
+QString indexFriendlyKeyedReadText(const QString &masked)
+{
+    static const QRegularExpression shape(
+        QStringLiteral("^SELECT TOP 1 \\* FROM (\\w+) WHERE (.*) ORDER BY (\\S+)( DESC)?$"));
+    const auto m = shape.match(masked);
+    if (!m.hasMatch())
+        return QString();
+    QList<Comparison> terms;
+    if (!parseConjunction(m.captured(2), terms) || terms.size() < 2 || terms[0].column != m.captured(3))
+        return QString();
+    const QString op = terms[0].op;
+    if (op != QLatin1String(">=") && op != QLatin1String("<="))
+        return QString();
+    for (const Comparison &t : terms)
+        if (t.op != op)
+            return QString();
+    const bool descending = !m.captured(4).isEmpty();
+    if (descending != (op == QLatin1String("<=")))
+        return QString();
+    const QString dir = descending ? QStringLiteral(" DESC") : QString();
+    QList<Comparison> equal = terms, beyond = terms;
+    equal[0].op = QStringLiteral("=");
+    beyond[0].op = op.left(1);
+    QStringList order;
+    for (const Comparison &t : terms)
+        order << t.column + dir;
+    return QStringLiteral("SELECT * FROM (SELECT * FROM %1 WHERE %2 ORDER BY %3 LIMIT 1) qln_a UNION ALL "
+                          "SELECT * FROM (SELECT * FROM %1 WHERE %4 ORDER BY %5 LIMIT 1) qln_b LIMIT 1")
+        .arg(m.captured(1), conjunction(equal), order.join(QLatin1Char(',')), conjunction(beyond), terms[0].column + dir);
+}
+
 } // namespace
 
 // ---------------------------------------------------------------- DDL
+
+QStringList splitTopLevel(const QString &text, QChar separator)
+{
+    QStringList parts;
+    int depth = 0, start = 0;
+    for (int i = 0; i < text.size(); ++i) {
+        const QChar c = text[i];
+        if (c == QLatin1Char('('))
+            ++depth;
+        else if (c == QLatin1Char(')'))
+            --depth;
+        else if (c == separator && depth == 0) {
+            parts << text.mid(start, i - start);
+            start = i + 1;
+        }
+    }
+    parts << text.mid(start);
+    return parts;
+}
+
 
 QString SqlDialect::qualifiedIndexName(const QString &table, const QString &index)
 {
@@ -374,9 +410,12 @@ QString SqlDialect::rewriteQuery(const QString &masked) const
     while (t.endsWith(QLatin1Char(';')))
         t.chop(1);
     if (m_indexFriendlyWalk) {
-        const QString walk = indexFriendlyWalkText(t);
-        if (!walk.isEmpty())
-            return orderings(serverFunctions(walk));
+        const QString seek = indexFriendlyWalkText(t);
+        if (!seek.isEmpty())
+            return orderings(trimmedColumns(serverFunctions(seek)));
+        const QString read = indexFriendlyKeyedReadText(t);
+        if (!read.isEmpty())
+            t = read;
     }
     t = unglueNumbers(t);
     t = serverFunctions(t);

@@ -51,6 +51,9 @@ private:
     bool m_indexFriendlyWalk = true;
 };
 
+// The pieces of a text between the separators that stand outside parentheses.
+QStringList splitTopLevel(const QString &text, QChar separator);
+
 // A text with its quoted literals swapped for markers, so that rewrites never touch values.
 struct MaskedSql {
     explicit MaskedSql(const QString &sql);
