@@ -71,7 +71,11 @@ void handWritten(benchmark::State &state, int segments, bool forward)
     setUp();
     const QString columns = segments == 2 ? QStringLiteral("DeptCode, SL") : QStringLiteral("VendorCode, DeptCode, SL");
     const QString marks = segments == 2 ? QStringLiteral("?, ?") : QStringLiteral("?, ?, ?");
-    const QString order = forward ? columns : QString(columns).replace(QStringLiteral(","), QStringLiteral(" DESC,")) + QStringLiteral(" DESC");
+    // In the direction the tables' indexes keep (NULLs lowest, as the suite's server sorts).
+    const bool postgres = dbConnection().provider() == Provider::Postgres;
+    const QString nulls = postgres ? (forward ? QStringLiteral(" NULLS FIRST") : QStringLiteral(" NULLS LAST")) : QString();
+    QString order = forward ? columns : QString(columns).replace(QStringLiteral(","), QStringLiteral(" DESC,")) + QStringLiteral(" DESC");
+    order = order.replace(QStringLiteral(","), nulls + QStringLiteral(",")) + nulls;
     QSqlQuery q(dbConnection().database());
     q.prepare(QStringLiteral("SELECT * FROM BenchInvt WHERE (%1) %2 (%3) ORDER BY %4 LIMIT 1")
                   .arg(columns, forward ? QStringLiteral(">") : QStringLiteral("<"), marks, order));
