@@ -9,10 +9,9 @@ if [ ! -f "$data/ZORDATA1.db" ]; then
   "$build/tools/quillon-demo-data" --path "$data" --items "$items" --save-settings
 else
   # The settings may have been pointed elsewhere since: point them at the demo set again.
-  "$build/tools/quillon-demo-data" --help >/dev/null
   mkdir -p "${XDG_CONFIG_HOME:-$HOME/.config}/quillon"
   cfg="${XDG_CONFIG_HOME:-$HOME/.config}/quillon/ZOR Settings.ini"
-  grep -q '^Provider=sqlite' "$cfg" 2>/dev/null || printf '[DATABASE]\nProvider=sqlite\nDBName=ZORDATA1\nServer=\nUserName=sa\nPassword=\n' > "$cfg"
+  grep -q '^DBName=ZORDATA1' "$cfg" 2>/dev/null && grep -q '^Provider=sqlite' "$cfg" || printf '[DATABASE]\nProvider=sqlite\nDBName=ZORDATA1\nServer=\nUserName=sa\nPassword=\n' > "$cfg"
 fi
 if [ -x "$build/AppCode/quillon" ] || [ -x "$build/quillon" ]; then
   exe=$( [ -x "$build/quillon" ] && echo "$build/quillon" || echo "$build/AppCode/quillon" )
