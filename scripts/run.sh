@@ -13,15 +13,11 @@ else
   cfg="${XDG_CONFIG_HOME:-$HOME/.config}/quillon/ZOR Settings.ini"
   grep -q '^DBName=ZORDATA1' "$cfg" 2>/dev/null && grep -q '^Provider=sqlite' "$cfg" || printf '[DATABASE]\nProvider=sqlite\nDBName=ZORDATA1\nServer=\nUserName=sa\nPassword=\n' > "$cfg"
 fi
-if [ -x "$build/AppCode/quillon" ] || [ -x "$build/quillon" ]; then
-  exe=$( [ -x "$build/quillon" ] && echo "$build/quillon" || echo "$build/AppCode/quillon" )
-  if [ -z "${DISPLAY:-}" ] && [ -z "${WAYLAND_DISPLAY:-}" ]; then
-    shot="$data/menu.png"
-    echo "No display: starting on a virtual one; a screenshot of the menu goes to $shot"
-    QUILLON_SCREENSHOT="$shot" xvfb-run -a "$exe" "/DATAPATH=$data"
-  else
-    "$exe" "/DATAPATH=$data"
-  fi
+exe="$build/quillon"
+if [ -z "${DISPLAY:-}" ] && [ -z "${WAYLAND_DISPLAY:-}" ]; then
+  shot="$data/menu.png"
+  echo "No display: starting on a virtual one; a screenshot of the menu goes to $shot"
+  QUILLON_SCREENSHOT="$shot" xvfb-run -a "$exe" "/DATAPATH=$data"
 else
-  "$build/tools/quillon-info" --path "$data"
+  "$exe" "/DATAPATH=$data"
 fi
