@@ -632,6 +632,9 @@ bool gfbDemo_build(const DemoOptions &o, DemoReport &report, QString &error, con
         error = db.lastError().text();
         return false;
     }
+    say(QStringLiteral("statistics"));
+    if (o.provider == Provider::SQLite) // sampled statistics are enough for the planner
+        dbConnection().execute(QStringLiteral("PRAGMA analysis_limit=400"));
     dbConnection().execute(QStringLiteral("ANALYZE"));
     if (o.provider == Provider::SQLite)
         dbConnection().execute(QStringLiteral("PRAGMA journal_mode=WAL"));
