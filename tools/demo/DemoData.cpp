@@ -206,9 +206,17 @@ public:
                     sqlite3_bind_int(m_sqlite, i + 1, v.toInt());
                 else if (v.typeId() == QMetaType::Double)
                     sqlite3_bind_double(m_sqlite, i + 1, v.toDouble());
+                else if (v.typeId() != QMetaType::QString)
+                    sqlite3_bind_text(m_sqlite, i + 1, v.toString().toUtf8().constData(), -1, SQLITE_TRANSIENT);
                 else {
-                    const QString text = v.toString();
-                    sqlite3_bind_text16(m_sqlite, i + 1, text.utf16(), int(text.size() * 2), SQLITE_TRANSIENT);
+                    // Blank padding is not stored: a CHAR column reads back padded, and
+                    // comparisons ignore trailing blanks. A third of the bytes to write and sort.
+                    // The row outlives the step, so SQLite may read the text where it is.
+                    const QString &text = *static_cast<const QString *>(v.constData());
+                    int size = int(text.size());
+                    while (size > 0 && text[size - 1] == QLatin1Char(' '))
+                        --size;
+                    sqlite3_bind_text16(m_sqlite, i + 1, text.utf16(), size * 2, SQLITE_STATIC);
                 }
             }
             if (sqlite3_step(m_sqlite) != SQLITE_DONE && m_failed.isEmpty())
