@@ -279,12 +279,9 @@ QSqlQuery *Connection::select(const QString &tsql, QString &table)
             shape = m_shapes.insert(masked.text, fresh);
         } else {
             // Not preparable (or refused): run it as text, for the engine's own answer.
-            QString unprepared = masked.unmask(m_dialect->rewriteQuery(masked.text));
-            if (!fresh.table.isEmpty())
-                unprepared = MaskedSql(unprepared).unmask(withLocator(MaskedSql(unprepared).text, fresh.table, m_info.provider));
             table = fresh.table;
             m_adhoc = std::make_unique<QSqlQuery>(m_db);
-            return runRewritten(*m_adhoc, unprepared) ? m_adhoc.get() : nullptr;
+            return runRewritten(*m_adhoc, masked.unmask(text)) ? m_adhoc.get() : nullptr;
         }
     }
     table = shape->table;

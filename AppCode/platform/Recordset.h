@@ -18,10 +18,7 @@ public:
     bool eof() const { return m_position >= recordCount(); }
     bool bof() const { return m_position < 0 || recordCount() == 0; }
     void moveFirst() { m_position = 0; }
-    void moveLast() { m_position = recordCount() - 1; }
     void moveNext() { if (m_position < recordCount()) ++m_position; }
-    void movePrevious() { if (m_position >= 0) --m_position; }
-    int absolutePosition() const { return m_position; }
 
     int fieldCount() const { return int(m_names.size()); }
     QString fieldName(int ordinal) const { return m_names.value(ordinal); }
@@ -32,7 +29,6 @@ public:
     QVariant value(int ordinal) const;
     // Changes the current row's value in the set; Update sends it.
     void setValue(int ordinal, const QVariant &value);
-    bool isDirty() const { return !m_dirty.empty(); }
 
     // Writes the changed fields of the current row, or removes the row. Both fail, and
     // write nothing, when another station changed or removed the row since it was read.
