@@ -232,7 +232,7 @@ void gpInventory_read(int iTable) { layout().read(iTable, gInventory); }
 void gpInventory_write(int iTable) { layout().write(iTable, gInventory); }
 
 QString gfsInventory_values() { return layout().values(gInventory); }
-QVariantList gfvInventory_row() { return layout().row(gInventory); }
+void gpInventory_row_put(RowSink &sink) { layout().put(gInventory, sink); }
 
 int gfiInventory_ReservedSL(const QString &sSL)
 {

@@ -1,11 +1,12 @@
 #pragma once
-#include <QVariantList>
 #include "common/Money.h"
 
 #include <QString>
 
 // The item file of a store ("invt" and the store number) and its one record buffer.
 namespace qln {
+
+class RowSink;
 
 constexpr int kInventoryTable = 1;
 
@@ -88,7 +89,7 @@ void gpInventory_read(int iTable);
 void gpInventory_write(int iTable);
 QString gfsInventory_values();
 // The buffer's values in column order, for bulk loads.
-QVariantList gfvInventory_row();
+void gpInventory_row_put(RowSink &sink);
 
 // The number of a pseudo-item's SL: -1 for "0", 999999 for an SL that is none of them.
 int gfiInventory_ReservedSL(const QString &sSL);

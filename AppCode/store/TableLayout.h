@@ -13,6 +13,23 @@
 // a column can't stand at one ordinal in the table and at another in the buffer.
 namespace qln {
 
+// Receives a record's values in column order, each as its own type: for loading many rows
+// at once without going through their text.
+class RowSink {
+public:
+    virtual ~RowSink() = default;
+    virtual void text(const QString &value) = 0;
+    virtual void integer(qint32 value) = 0;
+    virtual void real(double value) = 0;
+    virtual void money(Money value) = 0;
+
+    void put(const QString &value) { text(value); }
+    void put(qint16 value) { integer(value); }
+    void put(qint32 value) { integer(value); }
+    void put(float value) { real(double(value)); }
+    void put(Money value) { money(value); }
+};
+
 // Width of a "CHAR (n)" type; 0 for any other.
 int gfiColumn_width(const char *type);
 // A column as it stands in a create statement: text columns that may be null take DEFAULT  ' '.
@@ -41,11 +58,6 @@ void gpColumn_set(int iTable, int iField, qint32 field);
 void gpColumn_set(int iTable, int iField, float field);
 void gpColumn_set(int iTable, int iField, Money field);
 void gpColumn_value(ValueList &values, QString &field, int width, QuoteRule rule);
-inline QVariant gfvColumn_plain(const QString &field) { return field; }
-inline QVariant gfvColumn_plain(qint16 field) { return field; }
-inline QVariant gfvColumn_plain(qint32 field) { return field; }
-inline QVariant gfvColumn_plain(float field) { return double(field); }
-inline QVariant gfvColumn_plain(Money field) { return field.toPlainText(); }
 void gpColumn_value(ValueList &values, qint16 field, int width, QuoteRule rule);
 void gpColumn_value(ValueList &values, qint32 field, int width, QuoteRule rule);
 void gpColumn_value(ValueList &values, float field, int width, QuoteRule rule);
@@ -98,14 +110,11 @@ public:
         return list.joined();
     }
 
-    // The buffer's values as they are, in column order: for loading many rows at once.
-    QVariantList row(const R &record) const
+    // The buffer's values as they are, in column order.
+    void put(const R &record, RowSink &sink) const
     {
-        QVariantList out;
-        out.reserve(count());
         for (const Column &c : m_columns)
-            std::visit([&](auto member) { out << gfvColumn_plain(record.*member); }, c.field);
-        return out;
+            std::visit([&](auto member) { sink.put(record.*member); }, c.field);
     }
 
     // The ordinal of a buffer field, for the key builders.

@@ -55,6 +55,6 @@ void gpUpc_read(int iTable) { layout().read(iTable, gUpc); }
 void gpUpc_write(int iTable) { layout().write(iTable, gUpc); }
 
 QString gfsUpc_values() { return layout().values(gUpc); }
-QVariantList gfvUpc_row() { return layout().row(gUpc); }
+void gpUpc_row_put(RowSink &sink) { layout().put(gUpc, sink); }
 
 } // namespace qln

@@ -1,9 +1,10 @@
 #pragma once
-#include <QVariantList>
 #include <QString>
 
 // The UPC cross-reference: the codes under which each item is scanned.
 namespace qln {
+
+class RowSink;
 
 constexpr int kUpcTable = 3;
 
@@ -26,6 +27,6 @@ void gpUpc_read(int iTable);
 void gpUpc_write(int iTable);
 QString gfsUpc_values();
 // The buffer's values in column order, for bulk loads.
-QVariantList gfvUpc_row();
+void gpUpc_row_put(RowSink &sink);
 
 } // namespace qln
