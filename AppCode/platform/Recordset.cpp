@@ -10,8 +10,26 @@ namespace qln {
 
 namespace {
 
+// "yyyy-MM-dd HH:mm:ss", the form both engines give back, read without a format parser:
+// long lists read hundreds of thousands of dates.
+QDateTime plainDateTime(const QString &t)
+{
+    static constexpr int kDigits[] = {0, 1, 2, 3, 5, 6, 8, 9, 11, 12, 14, 15, 17, 18};
+    if (t.size() != 19 || t[4] != QLatin1Char('-') || t[7] != QLatin1Char('-') || t[13] != QLatin1Char(':') || t[16] != QLatin1Char(':'))
+        return QDateTime();
+    for (int i : kDigits)
+        if (!t[i].isDigit())
+            return QDateTime();
+    auto number = [&](int from, int length) { return QStringView(t).mid(from, length).toInt(); };
+    const QDate date(number(0, 4), number(5, 2), number(8, 2));
+    const QTime time(number(11, 2), number(14, 2), number(17, 2));
+    return date.isValid() && time.isValid() ? QDateTime(date, time) : QDateTime();
+}
+
 QDateTime parseDateTime(const QString &text)
 {
+    if (const QDateTime plain = plainDateTime(text); plain.isValid())
+        return plain;
     QString t = text.trimmed();
     t.replace(QLatin1Char('T'), QLatin1Char(' '));
     for (const char *form : {"yyyy-MM-dd HH:mm:ss.zzz", "yyyy-MM-dd HH:mm:ss", "yyyy-MM-dd HH:mm", "yyyy-MM-dd"}) {

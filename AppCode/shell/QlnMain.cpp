@@ -1,7 +1,9 @@
 #include "shell/QlnMain.h"
 
+#include "common/ProcessState.h"
 #include "platform/ModalRunner.h"
 #include "platform/ProgramEnd.h"
+#include "promo/frmMain.h"
 #include "shell/FrmMenu.h"
 #include "shell/InstanceLock.h"
 #include "shell/Startup.h"
@@ -14,11 +16,23 @@ namespace qln {
 
 namespace {
 
-// No promo window is built yet, so every menu button is disabled. Item mode (gbItemMode) is to
-// open frmMain alone; until that window exists it gets the menu as well.
+void mpItemPromos_show()
+{
+    frmMain form;
+    gfiForm_show_modal(form);
+}
+
+// Started for one item, the item promos window is the whole run; otherwise the menu, whose
+// "Exit" ends the process.
 void mpFirstWindow_show()
 {
-    FrmMenu menu(FrmMenu::Windows{});
+    if (gbItemMode) {
+        mpItemPromos_show();
+        return;
+    }
+    FrmMenu::Windows windows;
+    windows[0] = mpItemPromos_show;
+    FrmMenu menu(windows);
     if (gfiForm_show_modal(menu) != FrmMenu::kExit)
         return;
     QCoreApplication::processEvents();

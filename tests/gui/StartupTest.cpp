@@ -5,11 +5,13 @@
 #include "platform/ProgramEnd.h"
 #include "shell/FrmMenu.h"
 #include "shell/InstanceLock.h"
+#include "store/Inventory.h"
 #include "shell/ProcessReset.h"
 #include "support/QtPrinters.h"
 #include "support/ScriptedMessages.h"
 #include "support/TestDatabase.h"
 
+#include <QLabel>
 #include <QPushButton>
 #include <QTest>
 #include <gtest/gtest.h>
@@ -71,13 +73,14 @@ protected:
 
 } // namespace
 
-TEST_F(Startup, ReachesTheMenuWithItsWindowsDisabledUntilTheyExist)
+TEST_F(Startup, ReachesTheMenuWithTheWindowsThatExist)
 {
     buildDemo();
     dataPathTail = QStringLiteral("/");
     EXPECT_EQ(run(QStringLiteral("/InvUID=abc"), [](QDialog &menu) {
                   EXPECT_EQ(menu.windowTitle(), QStringLiteral("Quillon"));
-                  for (int i = 0; i < FrmMenu::kPromoKinds; ++i) {
+                  EXPECT_TRUE(command1(menu, 0)->isEnabled()) << "Item Promos";
+                  for (int i = 1; i < FrmMenu::kPromoKinds; ++i) {
                       EXPECT_FALSE(command1(menu, i)->isEnabled());
                       EXPECT_EQ(command1(menu, i)->toolTip(), QStringLiteral("Not available yet"));
                   }
@@ -95,9 +98,17 @@ TEST_F(Startup, ReachesTheMenuWithItsWindowsDisabledUntilTheyExist)
 TEST_F(Startup, ExitAndEscEndTheProcessButAChosenWindowReturnsToTheMenu)
 {
     buildDemo();
-    // Item mode has no window of its own yet: it gets the menu.
-    EXPECT_EQ(run(QStringLiteral("/ITEM=I"), [](QDialog &menu) { button(menu, QStringLiteral("Command2"))->click(); }), 0);
-    EXPECT_TRUE(ended && forms == strings({"FrmMenu"}));
+    EXPECT_EQ(run(QString(), [](QDialog &form) {
+                  if (form.objectName() == QLatin1String("frmMain")) {
+                      QTest::keyClick(&form, Qt::Key_Escape);
+                      return;
+                  }
+                  command1(form, 0)->click();
+                  EXPECT_TRUE(form.isVisible()) << "the menu is back";
+                  button(form, QStringLiteral("Command2"))->click();
+              }),
+              0);
+    EXPECT_TRUE(ended && forms == strings({"FrmMenu", "frmMain"}));
     EXPECT_EQ(run(QString(), [](QDialog &menu) { QTest::keyClick(&menu, Qt::Key_Escape); }), 0);
     EXPECT_TRUE(ended);
 
@@ -112,6 +123,21 @@ TEST_F(Startup, ExitAndEscEndTheProcessButAChosenWindowReturnsToTheMenu)
     });
     EXPECT_NE(gfiForm_show_modal(menu), FrmMenu::kExit);
     EXPECT_EQ(opened, 1);
+}
+
+TEST_F(Startup, ItemModeOpensTheItemPromosWindowAloneAndItsCloseEndsTheRun)
+{
+    buildDemo();
+    QString shown;
+    EXPECT_EQ(run(QStringLiteral("/ITEM=I /InvUID=12"), [&](QDialog &form) {
+                  shown = form.findChild<QLabel *>(QStringLiteral("lblEditData(0)"))->text();
+                  QTest::keyClick(&form, Qt::Key_Escape);
+              }),
+              0);
+    EXPECT_EQ(forms, strings({"frmMain"}));
+    EXPECT_FALSE(ended) << "the end routine follows the window";
+    EXPECT_EQ(gsSL, QStringLiteral("10000001")) << "the item read from its RecordNum";
+    EXPECT_EQ(shown, gInventory.AllowDiscounts == QLatin1String("N") ? QString() : QStringLiteral("1000000.1"));
 }
 
 TEST_F(Startup, SecondInstanceIsRefusedAndTouchesNoTable)

@@ -1,0 +1,905 @@
+#include "lookup/DataGrid.h"
+
+#include "common/ItemNumber.h"
+#include "common/NumberFormat.h"
+#include "common/DateForms.h"
+#include "config/Country.h"
+#include "config/Tax.h"
+#include "lookup/GridSetUpBackOffice.h"
+#include "platform/Clock.h"
+#include "platform/Messages.h"
+#include "store/Common.h"
+#include "store/Departments.h"
+#include "store/Inventory.h"
+#include "store/Notes.h"
+#include "store/RecordOps.h"
+#include "store/TableLayout.h"
+#include "store/Upc.h"
+
+namespace qln {
+
+namespace {
+
+enum ItemField : int {
+    kSL = 0, kItemID = 1, kDescription = 2, kSubDescription = 3, kVendorCode = 7, kTaxCode = 14, kDeptCode = 15,
+    kPrice = 8, kRecordNum = 40,
+};
+enum Format : int { kMoney = 2, kDate = 3, kSL_form = 4, kUpc = 6, kPriceForm = 7, kDeptName = 12 };
+
+constexpr int kRowHeight = 600;
+const QString kTop = QStringLiteral("Top");
+const QString kBottom = QStringLiteral("Bottom");
+const QString kLookUp = QStringLiteral("Look Up");
+
+// The window's own position and the hits of a scan being shown.
+struct EngineState {
+    int gridRow = 1;
+    QList<int> rowHeight;
+    bool scanShown = false;
+    int hitTop = 0; // the hit on row 1
+    QString upcSL, upcShown; // the UPC column's last lookup
+};
+EngineState &engine()
+{
+    static EngineState state;
+    return state;
+}
+
+void message(const char *text, const QString &title = QString())
+{
+    gfiMsgBox(QString::fromLatin1(text), MsgButtons::OK, MsgIcon::None, title);
+}
+
+QString cut(const QString &text, int width) { return text.left(width).leftJustified(width); }
+
+bool vendorFiltered() { return !sVendorFilter.trimmed().isEmpty() && (iVendorMode == 0 || iVendorMode == 2); }
+// Keys that lead with the vendor: leaving the vendor is the end of such a list.
+bool vendorKey() { return !sVendorFilter.trimmed().isEmpty() && iLookupKey >= 5 && iLookupKey <= 7; }
+
+bool upcStandsForNoItem(const QString &upc)
+{
+    const QString code = upc.trimmed();
+    return code.startsWith(QLatin1Char('D')) || code.startsWith(QLatin1Char('I'));
+}
+
+// The buffer's field values in column order: what a row is painted from.
+class ImageSink final : public RowSink {
+public:
+    QVariantList values;
+    void text(const QString &value) override { values << value; }
+    void integer(qint32 value) override { values << value; }
+    void real(double value) override { values << value; }
+    void money(Money value) override { values << value.toPlainText(4); }
+};
+
+QVariantList currentImage()
+{
+    ImageSink sink;
+    gpInventory_row_put(sink);
+    return sink.values;
+}
+
+// ---------------------------------------------------------------- the display of a cell
+
+QString fieldText(const QVariantList &image, int field) { return image.value(field).toString(); }
+
+QString moneyCell(QString text)
+{
+    text = text.trimmed();
+    text = text.mid(text.indexOf(QLatin1Char('$')) + 1);
+    const bool negative = text.endsWith(QLatin1Char(')'));
+    if (negative)
+        text = text.remove(QLatin1Char(')')).remove(QLatin1Char('('));
+    Money value = Money::parse(text).value_or(Money());
+    return gfsNumber_format(negative ? -value : value, QStringLiteral("##.00"));
+}
+
+QString priceCell(const GridColumn &column, const QVariantList &image)
+{
+    Money value = Money::parse(fieldText(image, column.iField).trimmed()).value_or(Money());
+    if (gbIncludeTax && value.isZero() && column.sCaption != QLatin1String("Cost")) {
+        const TaxRates rates = {gCommon.TaxRate1, gCommon.TaxRate2, gCommon.TaxRate3, gCommon.TaxRate4, gCommon.TaxRate5};
+        value = gfcPrice_with_tax_get(Money::parse(fieldText(image, kPrice).trimmed()).value_or(Money()),
+                                      fieldText(image, kTaxCode), Clock::today(), rates);
+    }
+    if (value.isZero() && column.sCaption == QLatin1String("Sell at"))
+        return QString();
+    return gfsNumber_format(value, QStringLiteral("##.00"));
+}
+
+// The item's first UPC that stands for it; the one of the row before when it is the same item.
+QString upcCell(const QVariantList &image)
+{
+    if (bUpcMode)
+        return gUpc.UPC.trimmed();
+    EngineState &e = engine();
+    const QString sl = fieldText(image, kSL);
+    if (sl == e.upcSL)
+        return e.upcShown;
+    gUpc = UpcRecord();
+    gUpc.SL = sl;
+    const bool found = gfbDB_RecordOp(kUpcTable, kOpEqual, 0);
+    e.upcSL = sl;
+    e.upcShown = found && !upcStandsForNoItem(gUpc.UPC) && gUpc.InvUID == image.value(kRecordNum).toInt()
+                     ? gUpc.UPC.trimmed()
+                     : QString();
+    return e.upcShown;
+}
+
+QString deptNameCell(const QString &code)
+{
+    gDept = DeptRecord();
+    gDept.DeptCode = code;
+    return gfbDB_RecordOp(kDeptTable, kOpEqual, 1) ? gDept.Department.trimmed() : QString();
+}
+
+QString plainCell(const QString &raw)
+{
+    const QString text = raw.trimmed();
+    if (text.contains(QLatin1Char('.'))) {
+        if (const auto number = Money::parse(text))
+            return number->toPlainText(4);
+    }
+    return text;
+}
+
+// A long description makes its row taller, more so on a narrow screen.
+int rowHeightFor(int length)
+{
+    double height = kRowHeight;
+    if (gLookupSettings.dScreenRatio <= 0.71) {
+        if (length > 90)
+            height *= 2.3;
+        if (length >= 46)
+            height *= 1.5;
+    } else if (length >= 81) {
+        height *= 1.5;
+    }
+    return int(height);
+}
+
+QString enteredQty(const QString &sl)
+{
+    for (const LookupEntry &entry : std::as_const(gaLookupEntries)) {
+        if (entry.sSL == sl)
+            return entry.sQty;
+    }
+    return QString();
+}
+
+QStringList rowCells(const QVariantList &image, int &height)
+{
+    QStringList cells(iGridCols);
+    height = kRowHeight;
+    for (int col = iFirstCol; col < iGridCols; ++col) {
+        const GridColumn &c = gaGridColumns[col];
+        if (c.iField == kNoField)
+            continue;
+        const QString raw = fieldText(image, c.iField);
+        switch (c.iFormat) {
+        case kMoney: cells[col] = moneyCell(raw); break;
+        case kDate: cells[col] = gfsDate_display(raw, gCommon.USEurope); break;
+        case kSL_form: cells[col] = gfsItemID_display(cut(raw, 8)); break;
+        case kUpc: cells[col] = upcCell(image); break;
+        case kPriceForm: cells[col] = priceCell(c, image); break;
+        case kDeptName: cells[col] = col > 0 ? deptNameCell(fieldText(image, gaGridColumns[col - 1].iField)) : QString(); break;
+        default: cells[col] = plainCell(raw); break;
+        }
+        if (c.iField == kDescription && iLookupFile == 1 && gLookupSettings.bLongDescriptions) {
+            const QString note = gfsNotes_Read(QStringLiteral("I"), QLatin1Char('&') + fieldText(image, kSL).trimmed()).trimmed();
+            if (note.size() > cells[col].size())
+                cells[col] = note;
+            height = rowHeightFor(int(cells[col].size()));
+        }
+    }
+    if (iFirstCol == 1)
+        cells[0] = enteredQty(fieldText(image, kSL));
+    return cells;
+}
+
+// ---------------------------------------------------------------- the window's rows
+
+void rowFill(int row, const QVariantList &image)
+{
+    gaGridText[row] = rowCells(image, engine().rowHeight[row]);
+}
+
+void rowFillCurrent(int row) { rowFill(row, currentImage()); }
+
+void rowClear(int row)
+{
+    gaGridText[row] = QStringList(iGridCols);
+    engine().rowHeight[row] = kRowHeight;
+}
+
+void rowsClear()
+{
+    for (int row = 1; row < iGridRows; ++row)
+        rowClear(row);
+}
+
+void rowMove(int to, int from)
+{
+    gaGridText[to] = gaGridText[from];
+    engine().rowHeight[to] = engine().rowHeight[from];
+}
+
+void paint(DataGridView &grid)
+{
+    for (int row = 1; row < iGridRows; ++row)
+        grid.paintRow(row, gaGridText[row], engine().rowHeight[row]);
+}
+
+void select(DataGridView &grid, int row)
+{
+    engine().gridRow = row;
+    grid.selectRow(row);
+}
+
+int lastFilledRow()
+{
+    int row = iGridRows - 1;
+    while (row > 1 && gfbDataGrid_RowBlank(row))
+        --row;
+    return row;
+}
+
+// The column that shows the key's field, for matching typed text against the window.
+int keyColumn()
+{
+    const bool vendor = !sVendorFilter.trimmed().isEmpty();
+    switch (iLookupKey) {
+    case 1: return gfiDataGrid_ColumnOf(kSL, kSL_form);
+    case 2: return bUpcMode ? gfiDataGrid_ColumnOf(kItemID, kUpc) : gfiDataGrid_ColumnOf(kItemID);
+    case 3: case 5: return gfiDataGrid_ColumnOf(kDescription);
+    case 4: return gfiDataGrid_ColumnOf(kSubDescription);
+    case 6: return vendor ? gfiDataGrid_ColumnOf(kSL, kSL_form) : gfiDataGrid_ColumnOf(kVendorCode);
+    case 7: return gfiDataGrid_ColumnOf(kItemID);
+    case 8: return gfiDataGrid_ColumnOf(kDeptCode);
+    default: return -1;
+    }
+}
+
+int visibleMatch(const QString &text)
+{
+    const int col = keyColumn();
+    const QString wanted = text.trimmed().toUpper();
+    if (col < 0 || wanted.isEmpty())
+        return 0;
+    for (int row = 1; row < iGridRows && row < gaGridText.size(); ++row) {
+        const QString cell = gaGridText[row].value(col);
+        if (!gfbDataGrid_RowBlank(row) && cell.trimmed().toUpper().startsWith(wanted))
+            return row;
+    }
+    return 0;
+}
+
+// ---------------------------------------------------------------- walks and the filter
+
+bool fetch(int op)
+{
+    return bUpcMode ? gfbDB_RecordOp(kUpcTable, op, 2) : gfbDB_RecordOp(kInventoryTable, op, iLookupKey);
+}
+
+enum class Verdict { Pass, Refuse, End };
+
+Verdict judge()
+{
+    if (bUpcMode) {
+        if (upcStandsForNoItem(gUpc.UPC))
+            return Verdict::Refuse;
+        gInventory.RecordNum = gUpc.InvUID;
+        if (!gfbDB_RecordOp(kInventoryTable, kOpEqual, 0))
+            return Verdict::Refuse;
+    }
+    const InventoryRecord &r = gInventory;
+    if (vendorFiltered() && r.VendorCode.trimmed().compare(sVendorFilter.trimmed(), Qt::CaseInsensitive) != 0)
+        return vendorKey() ? Verdict::End : Verdict::Refuse;
+    if (bDeptMode && r.DeptCode.left(3) != sSearchText.left(3))
+        return Verdict::Refuse;
+    if (r.Status == QLatin1String("D") || (gLookupSettings.bMatrixRootsHidden && r.FlgMatrix == QLatin1String("Y")))
+        return Verdict::Refuse;
+    return Verdict::Pass;
+}
+
+// The current record when it may be shown, else the next one that may, fetched with op.
+bool gfbDataGrid_RecordAcceptable(int op)
+{
+    for (;;) {
+        switch (judge()) {
+        case Verdict::Pass: return true;
+        case Verdict::End: return false;
+        case Verdict::Refuse:
+            if (!fetch(op))
+                return false;
+            break;
+        }
+    }
+}
+
+bool step(int op) { return fetch(op) && gfbDataGrid_RecordAcceptable(op); }
+
+// Puts the cursor on the record of a window row, unless it already stands at that edge.
+bool gfbDataGrid_Reposition(int row, const QString &position)
+{
+    if (sPosition == position)
+        return true;
+    const QStringList &cells = gaGridText[row];
+    auto cell = [&](int field, int format = 0) {
+        const int col = gfiDataGrid_ColumnOf(field, format);
+        return col < 0 ? QString() : cells.value(col);
+    };
+    bool found;
+    if (bUpcMode) {
+        gUpc = UpcRecord();
+        gUpc.UPC = cut(cell(kItemID, kUpc), 15);
+        found = gfbDB_RecordOp(kUpcTable, kOpEqual, 2);
+        if (found) {
+            gInventory.RecordNum = gUpc.InvUID;
+            found = gfbDB_RecordOp(kInventoryTable, kOpEqual, 0);
+        }
+    } else {
+        gInventory = InventoryRecord();
+        gInventory.ItemID = cut(cell(kItemID), 25);
+        gInventory.Description = cut(cell(kDescription), 30);
+        gInventory.SubDescription = cut(cell(kSubDescription), 20);
+        gInventory.SL = cut(gfsItemID_key(cell(kSL, kSL_form)), 8);
+        gInventory.VendorCode = cut(vendorKey() ? sVendorFilter : cell(kVendorCode), 15);
+        gInventory.DeptCode = cut(cell(kDeptCode), 11);
+        found = gfbDB_RecordOp(kInventoryTable, kOpEqual, 2) || gfbDB_RecordOp(kInventoryTable, kOpEqual, iLookupKey);
+    }
+    sPosition = found ? position : QString();
+    return found;
+}
+
+// ---------------------------------------------------------------- positioning by text
+
+QString slKey(QString text)
+{
+    text.remove(QLatin1Char('.'));
+    return (QStringLiteral("      ") + text.toUpper()).right(8);
+}
+
+const QString kSLFloor = QStringLiteral("      0 ");
+
+void keyFill(const QString &text)
+{
+    InventoryRecord &r = gInventory;
+    const bool vendor = vendorKey();
+    const QString rest = QString(20, QLatin1Char(' '));
+    if (vendor)
+        r.VendorCode = cut(sVendorFilter, 15);
+    switch (iLookupKey) {
+    case 0: r.RecordNum = text.toInt(); break;
+    case 1: r.SL = slKey(text); break;
+    case 2: r.ItemID = cut(text.toUpper(), 25); break;
+    case 3: r.Description = cut(text, 30), r.SL = kSLFloor; break;
+    case 4: r.SubDescription = cut(text, 20), r.SL = kSLFloor; break;
+    case 5: r.Description = text.isEmpty() ? rest : cut(text, 30); break;
+    case 6:
+        if (vendor)
+            r.SL = text.isEmpty() ? QString(8, QLatin1Char(' ')) : slKey(text);
+        else
+            r.VendorCode = cut(text.toUpper(), 15), r.SL = kSLFloor;
+        break;
+    case 7:
+        if (vendor)
+            r.ItemID = text.isEmpty() ? rest : cut(text.toUpper(), 25);
+        else
+            r.VendorCode = cut(text.toUpper(), 15), r.ItemID = QStringLiteral("  ");
+        break;
+    case 8: r.DeptCode = cut(text, 11), r.ItemID = QStringLiteral("  "); break;
+    default: break;
+    }
+}
+
+QString keyFieldText()
+{
+    const InventoryRecord &r = gInventory;
+    const bool vendor = vendorKey();
+    switch (iLookupKey) {
+    case 1: return r.SL;
+    case 2: return r.ItemID;
+    case 3: case 5: return r.Description;
+    case 4: return r.SubDescription;
+    case 6: return vendor ? r.SL : r.VendorCode;
+    case 7: return vendor ? r.ItemID : r.VendorCode;
+    case 8: return r.DeptCode;
+    default: return QString();
+    }
+}
+
+QChar firstLetter(const QString &text)
+{
+    const QString t = text.trimmed().toUpper();
+    return t.isEmpty() ? QChar() : t[0];
+}
+
+// The list opens on the nearest record, never beyond the last match: a record found past
+// the text's first letter gives way to the one before it.
+void firstLetterCorrect(const QString &text)
+{
+    const QChar wanted = firstLetter(text), found = firstLetter(keyFieldText());
+    if (found.isNull() || found <= wanted)
+        return;
+    if (gfbDB_RecordOp(kInventoryTable, kOpGetPrevious, iLookupKey) && firstLetter(keyFieldText()) > wanted)
+        gfbDB_RecordOp(kInventoryTable, kOpGetNext, iLookupKey);
+}
+
+bool keyPosition(const QString &text)
+{
+    if (text.isEmpty() && !vendorKey())
+        return gfbDB_RecordOp(kInventoryTable, kOpGetFirst, iLookupKey);
+    keyFill(text);
+    if (gfbDB_RecordOp(kInventoryTable, kOpGreaterEqual, iLookupKey)) {
+        if (!text.isEmpty())
+            firstLetterCorrect(text);
+        return true;
+    }
+    if (gfbDB_RecordOp(kInventoryTable, kOpLessEqual, iLookupKey) ||
+        gfbDB_RecordOp(kInventoryTable, kOpGetFirst, iLookupKey))
+        return true;
+    if (!text.isEmpty())
+        message("Error No Data found in File");
+    return false;
+}
+
+bool upcPosition(const QString &text)
+{
+    const QString T = dbuaTable[kUpcTable].sSqlFile;
+    const QString sql = text.isEmpty() ? QStringLiteral("SELECT TOP 1 * FROM ") + T + QStringLiteral(" WHERE ltrim(upc) > ' ' order by UPC")
+                                       : QStringLiteral("SELECT TOP 1 * FROM ") + T + QStringLiteral(" WHERE LEFT(upc,") +
+                                             QString::number(text.size()) + QStringLiteral(")='") + text + QStringLiteral("'") +
+                                             QStringLiteral(" order by UPC");
+    if (gfbDB_ExecuteSQL(sql, kUpcTable, false)) {
+        gpUpc_read(kUpcTable);
+        return true;
+    }
+    if (gfiDB_RecordCount(kUpcTable) == 0) {
+        message("No UPC Codes in UPC File");
+        return false;
+    }
+    gUpc = UpcRecord();
+    gUpc.UPC = cut(text, 15);
+    return gfbDB_RecordOp(kUpcTable, kOpLessEqual, 2) || gfbDB_RecordOp(kUpcTable, kOpGetFirst, 2);
+}
+
+// The search text is a department: the first department of the text's level opens the list.
+bool deptPosition(const QString &text)
+{
+    gDept = DeptRecord();
+    bool found = gfbDB_RecordOp(kDeptTable, kOpGetFirst, 1);
+    while (found && !(gDept.DeptCode.startsWith(text) && gDept.DeptCode.mid(4, 7) == QLatin1String("000.000")))
+        found = gfbDB_RecordOp(kDeptTable, kOpGetNext, 1);
+    if (!found) {
+        message("No Matching Departments found");
+        return false;
+    }
+    sSearchText = gDept.DeptCode.left(3);
+    iLookupKey = 8;
+    gInventory.DeptCode = gDept.DeptCode;
+    gInventory.ItemID = QStringLiteral("  ");
+    return gfbDB_RecordOp(kInventoryTable, kOpGreaterEqual, 8);
+}
+
+// Rows from `first` on through Get Next; after the last record the rest is blank.
+void fillForward(int first)
+{
+    int row = first;
+    for (; row < iGridRows; ++row) {
+        if (!step(kOpGetNext))
+            break;
+        rowFillCurrent(row);
+    }
+    for (int blank = row; blank < iGridRows; ++blank)
+        rowClear(blank);
+    if (row < iGridRows)
+        bAtBottom = true;
+}
+
+// The current record on row 1 and the rest after it.
+bool fillFromCurrent(DataGridView &grid)
+{
+    if (!gfbDataGrid_RecordAcceptable(kOpGetNext)) {
+        rowsClear();
+        bAtBottom = true;
+        sPosition.clear();
+        paint(grid);
+        return false;
+    }
+    rowFillCurrent(1);
+    fillForward(2);
+    sPosition = kBottom;
+    paint(grid);
+    return true;
+}
+
+// ---------------------------------------------------------------- scan search
+
+void noteHitsCollect(const QString &like)
+{
+    const QString sql = QStringLiteral("Select * from notes where FILECODE ='I' AND NOTETEXT like '%") + like + QStringLiteral("%'");
+    if (!gfbDB_ExecuteSQL(sql, kNotesTable, false))
+        return;
+    Recordset *notes = dbaRecordset[kNotesTable].get();
+    for (; !notes->eof(); notes->moveNext()) {
+        gpNotes_read(kNotesTable);
+        if (gNotes.FILECODE.trimmed() != QLatin1String("I"))
+            continue;
+        QString ref = gNotes.REFCODE.trimmed();
+        if (ref.startsWith(QLatin1Char('&')))
+            ref.remove(0, 1);
+        gaWildHits.append({ref.left(8), 0, gNotes.NOTETEXT.trimmed(), false});
+    }
+}
+
+void hitUse(const QVariantList &image)
+{
+    const QString sl = fieldText(image, kSL).trimmed();
+    for (WildHit &hit : gaWildHits) {
+        if (hit.sSL.trimmed() == sl)
+            hit.bUsed = true;
+    }
+}
+
+void paintHits(DataGridView &grid)
+{
+    const int top = engine().hitTop;
+    for (int row = 1; row < iGridRows; ++row) {
+        const int hit = top + row - 1;
+        if (hit < gaInventoryHits.size())
+            rowFill(row, gaInventoryHits[hit]);
+        else
+            rowClear(row);
+    }
+    paint(grid);
+}
+
+bool scanSearch(DataGridView &grid, const QString &text)
+{
+    if (sKeyFieldName.isEmpty()) {
+        message("Wildcard Sort not available on this field");
+        return false;
+    }
+    if (sKeyFieldName == QLatin1String("UPC") || sKeyFieldName == QLatin1String("QtyOnHand") ||
+        sKeyFieldName.startsWith(QLatin1String("Price"))) {
+        gfiMsgBox(QStringLiteral("Wildcard search not available on ") + sKeyFieldName);
+        return false;
+    }
+    QString like = text;
+    like.replace(QLatin1Char('\''), QLatin1String("''"));
+    gaInventoryHits.clear();
+    gaWildHits.clear();
+    bStop = false;
+    const bool description = sKeyFieldName == QLatin1String("Description");
+    if (description && gLookupSettings.bLongDescriptions)
+        noteHitsCollect(like);
+    const QString order = description ? QStringLiteral("Order BY Description,subdescription") : QStringLiteral("Order BY ") + sKeyFieldName;
+    const QString sql = QStringLiteral("SELECT * FROM ") + dbuaTable[kInventoryTable].sSqlFile + QStringLiteral(" WHERE ") + sKeyFieldName +
+                        QStringLiteral(" like '%") + like + QStringLiteral("%' And status <> 'D' ") + order;
+    if (gfbDB_ExecuteSQL(sql, kInventoryTable, false)) {
+        const Recordset *rows = dbaRecordset[kInventoryTable].get();
+        // A key handled while the window system runs may replace the set: the scan ends there.
+        while (!bStop && dbaRecordset[kInventoryTable].get() == rows && !rows->eof()) {
+            gpInventory_read(kInventoryTable);
+            gaInventoryHits.append(currentImage());
+            hitUse(gaInventoryHits.last());
+            dbaRecordset[kInventoryTable]->moveNext();
+            grid.yield();
+        }
+    }
+    for (const WildHit &hit : std::as_const(gaWildHits)) {
+        if (hit.bUsed || bStop || gfiInventory_BySL(cut(hit.sSL, 8), false) != -1 || gInventory.Status == QLatin1String("D"))
+            continue;
+        QVariantList image = currentImage();
+        image[kDescription] = hit.sText;
+        gaInventoryHits.append(image);
+    }
+    EngineState &e = engine();
+    e.hitTop = 0;
+    e.scanShown = true;
+    bAtTop = true;
+    bAtBottom = gaInventoryHits.size() <= iGridRows - 1;
+    paintHits(grid);
+    select(grid, 1);
+    if (gaInventoryHits.isEmpty()) {
+        message("No matches found");
+        return false;
+    }
+    if (bAtBottom)
+        message("End of List");
+    return true;
+}
+
+// ---------------------------------------------------------------- moves
+
+void lineUp(DataGridView &grid)
+{
+    grid.setHighLight(0);
+    if (engine().scanShown) {
+        if (engine().hitTop == 0) {
+            message("Top Of List", kLookUp);
+            bAtTop = true;
+            return;
+        }
+        --engine().hitTop;
+        bAtBottom = false;
+        paintHits(grid);
+        return;
+    }
+    if (!gfbDataGrid_Reposition(1, kTop)) {
+        message("Top Of the List");
+        sPosition = kTop;
+        bAtTop = true;
+        return;
+    }
+    if (!step(kOpGetPrevious)) {
+        message("Top Of List", kLookUp);
+        bAtTop = true;
+        return;
+    }
+    for (int row = iGridRows - 1; row >= 2; --row)
+        rowMove(row, row - 1);
+    rowFillCurrent(1);
+    sPosition = kTop;
+    bAtBottom = gfbDataGrid_RowBlank(iGridRows - 1);
+    paint(grid);
+}
+
+void lineDown(DataGridView &grid)
+{
+    grid.setHighLight(0);
+    const int last = iGridRows - 1;
+    if (engine().scanShown) {
+        if (engine().hitTop + last >= gaInventoryHits.size()) {
+            message("End Of List", kLookUp);
+            bAtBottom = true;
+            return;
+        }
+        ++engine().hitTop;
+        bAtTop = false;
+        paintHits(grid);
+        return;
+    }
+    if (!gfbDataGrid_Reposition(last, kBottom) || !step(kOpGetNext)) {
+        message("End Of List", kLookUp);
+        bAtBottom = true;
+        return;
+    }
+    for (int row = 1; row < last; ++row)
+        rowMove(row, row + 1);
+    rowFillCurrent(last);
+    sPosition = kBottom;
+    bAtTop = false;
+    paint(grid);
+}
+
+void pageDown(DataGridView &grid, int &row)
+{
+    if (bAtBottom)
+        return;
+    grid.setHighLight(0);
+    const int last = iGridRows - 1;
+    if (engine().scanShown) {
+        EngineState &e = engine();
+        if (e.hitTop + last < gaInventoryHits.size())
+            e.hitTop += last;
+        paintHits(grid);
+        bAtTop = false;
+        if (e.hitTop + last >= gaInventoryHits.size()) {
+            bAtBottom = true;
+            message("End of List");
+            row = int(gaInventoryHits.size()) - e.hitTop;
+        }
+        return;
+    }
+    if (!gfbDataGrid_Reposition(lastFilledRow(), kBottom) || !step(kOpGetNext)) {
+        message("End of List");
+        bAtBottom = true;
+        return;
+    }
+    rowFillCurrent(1);
+    fillForward(2);
+    sPosition = kBottom;
+    bAtTop = false;
+    paint(grid);
+    if (bAtBottom)
+        row = qMin(row, lastFilledRow());
+}
+
+void pageUp(DataGridView &grid, int &row)
+{
+    row = engine().gridRow;
+    grid.setHighLight(0);
+    const int last = iGridRows - 1;
+    if (engine().scanShown) {
+        EngineState &e = engine();
+        e.hitTop = qMax(0, e.hitTop - last);
+        bAtTop = e.hitTop == 0;
+        bAtBottom = false;
+        paintHits(grid);
+        return;
+    }
+    if (!gfbDataGrid_Reposition(1, kTop)) {
+        message("Top of List");
+        bAtTop = true;
+        return;
+    }
+    QList<QVariantList> before; // nearest first
+    while (before.size() < last && step(kOpGetPrevious))
+        before.append(currentImage());
+    if (before.isEmpty()) {
+        message("Top of List");
+        bAtTop = true;
+        return;
+    }
+    // Near the head the rows already shown move down under the ones found, so that no
+    // blank row stands on top.
+    const int n = int(before.size());
+    for (int r = last; r > n; --r)
+        rowMove(r, r - n);
+    for (int i = 0; i < n; ++i)
+        rowFill(n - i, before[i]);
+    bAtTop = n < last;
+    bAtBottom = gfbDataGrid_RowBlank(last);
+    sPosition = kTop;
+    paint(grid);
+}
+
+void scroll(DataGridView &grid, int direction, int &row)
+{
+    if (bAtTop && (direction == kLineUp || direction == kPageUp)) {
+        message("Top of List");
+        row = 1;
+        return;
+    }
+    switch (direction) {
+    case kLineUp: lineUp(grid); break;
+    case kPageUp: pageUp(grid, row); break;
+    case kPageDown: pageDown(grid, row); break;
+    default: lineDown(grid); break;
+    }
+}
+
+} // namespace
+
+// ---------------------------------------------------------------- interface
+
+void gpDataGrid_Size()
+{
+    gaGridText = QList<QStringList>(iGridRows, QStringList(iGridCols));
+    engine().rowHeight = QList<int>(iGridRows, kRowHeight);
+    engine().upcSL.clear();
+}
+
+int gfiDataGrid_RowCount(int iGridHeightTwips) { return qMax(2, (iGridHeightTwips - kRowHeight) / kRowHeight + 1); }
+
+bool gfbDataGrid_RowBlank(int iRow)
+{
+    if (iRow < 0 || iRow >= gaGridText.size())
+        return true;
+    for (const QString &cell : gaGridText[iRow]) {
+        if (!cell.trimmed().isEmpty())
+            return false;
+    }
+    return true;
+}
+
+int gfiDataGrid_Row() { return engine().gridRow; }
+
+void gpDataGrid_SetRow(int iRow, DataGridView &grid) { select(grid, iRow); }
+
+bool gfvDataGrid_Find(DataGridView &grid, bool bFromSearch)
+{
+    const QString text = sSearchText.trimmed();
+    const bool scan = bWildcard || iSortField2 >= 0;
+    if (gaGridText.size() != iGridRows)
+        gpDataGrid_Size();
+    if (!scan && !engine().scanShown) {
+        if (const int row = visibleMatch(text)) {
+            select(grid, row);
+            return true;
+        }
+    }
+    gInventory = InventoryRecord();
+    gUpc = UpcRecord();
+    bAtTop = false;
+    bAtBottom = false;
+    engine().scanShown = false;
+    engine().upcSL.clear();
+    if (scan)
+        return scanSearch(grid, text);
+    const bool positioned = bUpcMode ? upcPosition(text) : bDeptMode ? deptPosition(text) : keyPosition(text);
+    if (!positioned) {
+        rowsClear();
+        bAtBottom = true;
+        sPosition.clear();
+        paint(grid);
+        select(grid, 1);
+        return false;
+    }
+    const bool filled = fillFromCurrent(grid);
+    const int row = visibleMatch(text);
+    select(grid, row > 0 ? row : 1);
+    grid.yield();
+    if (bFromSearch)
+        grid.activate();
+    return filled;
+}
+
+bool gfbDataGrid_Reload(DataGridView &grid)
+{
+    if (gaGridText.size() == iGridRows && iGridRows > 1 && !gfbDataGrid_RowBlank(1))
+        return true;
+    iGridRows = iGridRowCount;
+    grid.setHighLight(0);
+    gpDataGrid_Size();
+    engine().scanShown = false;
+    bAtBottom = false;
+    gInventory = InventoryRecord();
+    bool positioned = false;
+    if (!sRememberedSL.trimmed().isEmpty() && !bFindMode && !bUpcMode &&
+        gfiDB_RecordCount(kInventoryTable) > iGridRows - 1) {
+        gInventory.SL = cut(sRememberedSL, 8);
+        positioned = gfbDB_RecordOp(kInventoryTable, kOpEqual, 1);
+        bAtTop = false;
+    }
+    if (!positioned) {
+        bAtTop = true;
+        positioned = bUpcMode ? upcPosition(QString()) : keyPosition(QString());
+    }
+    if (!positioned || !fillFromCurrent(grid)) {
+        rowsClear();
+        bAtBottom = true;
+        paint(grid);
+        message("No matching data found");
+        return false;
+    }
+    select(grid, 1);
+    return true;
+}
+
+void gpDataGrid_Move(DataGridView &grid, int iDirection)
+{
+    EngineState &e = engine();
+    int row = e.scanShown ? grid.row() : e.gridRow;
+    row = qBound(1, row, qMax(1, iGridRows - 1));
+    const int last = iGridRows - 1;
+    switch (iDirection) {
+    case kLineUp:
+        if (row > 1)
+            --row;
+        else
+            scroll(grid, iDirection, row);
+        break;
+    case kPageUp:
+    case kPageDown:
+        scroll(grid, iDirection, row);
+        break;
+    default:
+        if (row < last) {
+            if (gfbDataGrid_RowBlank(row + 1)) {
+                message("End of the List", kLookUp);
+                bAtBottom = true;
+            } else {
+                ++row;
+            }
+        } else {
+            scroll(grid, iDirection, row);
+        }
+        break;
+    }
+    select(grid, row);
+    grid.searchFocus();
+}
+
+void gpDataGrid_Unload()
+{
+    gaGridText.clear();
+    gaInventoryHits.clear();
+    gaWildHits.clear();
+    engine() = EngineState();
+    sPosition.clear();
+}
+
+} // namespace qln

@@ -1,0 +1,218 @@
+#include "lookup/GridSetUpBackOffice.h"
+
+#include "common/ProcessState.h"
+#include "config/Country.h"
+#include "config/IniServices.h"
+#include "platform/Messages.h"
+#include "store/Common.h"
+
+namespace qln {
+
+namespace {
+
+// Field ordinals of the item record that the columns show.
+enum ItemField : int {
+    kSL = 0, kItemID = 1, kDescription = 2, kSubDescription = 3, kVendorCode = 7, kPrice = 8, kCost = 9,
+    kQtyOnHand = 10, kDeptCode = 15, kOnOrder = 17, kPriceIncTax = 32, kRecordNum = 40,
+};
+
+enum Format : int { kText = 0, kNumber = 1, kMoney = 2, kSL_form = 4, kUpc = 6, kPriceForm = 7, kDeptName = 12 };
+
+bool settingOn(clsINI_Services &ini, const char *key, const char *fallback = "N")
+{
+    const QString value = ini.GetValue(QStringLiteral("LOOKUP"), QString::fromLatin1(key), QString::fromLatin1(fallback));
+    return value.trimmed().toUpper().startsWith(QLatin1Char('Y'));
+}
+
+QString doubledQuotes(QString text) { return text.replace(QLatin1Char('\''), QLatin1String("''")); }
+
+void column(const char *caption, int width, int align, int field, int format)
+{
+    gaGridColumns.push_back({QString::fromLatin1(caption), field, format, width, align, 0xFFFFFF});
+}
+
+void captionsSet()
+{
+    LookupCaptions &c = gLookupCaptions;
+    c.saAction = {QStringLiteral("View &Detail   F2"), QStringLiteral("Custom Lists"), QString(), QStringLiteral("Verify Balances"),
+                  QString()};
+    if (bFindMode) {
+        c.sTitle = QStringLiteral("Find Inventory Item");
+        c.sExit = QStringLiteral("Esc Cancel");
+        return;
+    }
+    c.sExit = QStringLiteral("Exit");
+    if (gCommon.MultiStore == QLatin1String("H")) {
+        c.sTitle = QStringLiteral("Inventory Lookup Store ") + gsStore;
+        c.saAction[2] = QStringLiteral("Select Store");
+    } else {
+        c.sTitle = QStringLiteral("Inventory Lookup");
+        c.saAction[2] = QStringLiteral("Pricing Utilities");
+    }
+}
+
+// A sort that the table has no index for: the list is searched by scan.
+void displayOnly(const char *label, const QString &field, int iField)
+{
+    gLookupCaptions.sSearchLabel = QString::fromLatin1(label);
+    sKeyFieldName = field;
+    iLookupKey = 3;
+    iSortField2 = iField;
+    sWhereClause = QStringLiteral(" WHERE  status <=  ' ' ");
+    sOrderClause = QStringLiteral(" ORDER BY ") + field;
+}
+
+} // namespace
+
+void gpLookupSettings_load(clsINI_Services &ini)
+{
+    gLookupSettings.bDeptNames = settingOn(ini, "Show Dept Name");
+    gLookupSettings.bRecordNumbers = settingOn(ini, "Show UID");
+    gLookupSettings.bLongDescriptions = settingOn(ini, "Long Description");
+    gLookupSettings.bCostSecurity = settingOn(ini, "Cost Security");
+    gLookupSettings.bScanning = settingOn(ini, "Scanning");
+    gLookupSettings.bMatrixRootsHidden = !settingOn(ini, "Show Matrix Roots");
+}
+
+bool gfbLookup_CostVisible()
+{
+    if (!gLookupSettings.bCostSecurity)
+        return true;
+    return gfbSalesCode_right && gfbSalesCode_right(gsSalesCode, kRightSeeCost);
+}
+
+bool gfbGridSetUp_Inventory()
+{
+    const int b = iFirstCol;
+    const bool cost = gfbLookup_CostVisible();
+    gaGridColumns.clear();
+    if (b == 1)
+        column("Qty", 800, 1, kNoField, kText);
+    column("Description", 2400, 1, kDescription, kText);
+    column("SubDesc.", 1500, 1, kSubDescription, kText);
+    column(" S/L", 800, 1, kSL, kSL_form);
+    column("Item ID", 1500, 1, kItemID, kText);
+    column("UPC Code", 1200, 1, kItemID, kUpc);
+    column("Dept Code", 1000, 1, kDeptCode, kText);
+    column("Dept Name", gLookupSettings.bDeptNames ? 1300 : 0, 1, kItemID, kDeptName);
+    const int priceField = gbIncludeTax ? kPriceIncTax : kPrice;
+    if (b == 1) {
+        // A list being built shows what is on order instead of the vendor, and cost before price.
+        column("On Order", 1000, 4, kOnOrder, kNumber);
+        column("On Hand", 1000, 4, kQtyOnHand, kNumber);
+        if (cost)
+            column("Cost", 700, 7, kCost, kMoney);
+        else
+            column("Price", 700, 7, priceField, kPriceForm);
+    } else {
+        column("F9 Vendor", 1000, 1, kVendorCode, kText);
+        column("Quantity", 700, 4, kQtyOnHand, kNumber);
+        column("Price", 700, 7, priceField, kPriceForm);
+        if (cost)
+            column("Cost", 700, 7, kCost, kMoney);
+    }
+    if (gLookupSettings.bRecordNumbers)
+        column("UID", 500, 4, kRecordNum, kNumber);
+    iGridCols = int(gaGridColumns.size());
+    iSortField = kDescription;
+    iLookupFile = 1;
+    captionsSet();
+    gpDataGrid_SetSortInventory(b);
+    return true;
+}
+
+void gpDataGrid_SetSortInventory(int col)
+{
+    if (col < 0 || col >= int(gaGridColumns.size()))
+        return;
+    if (gaGridColumns[col].iField == kNoField)
+        col = 1;
+    const GridColumn &c = gaGridColumns[col];
+    const int offset = col - iFirstCol;
+    const bool vendor = !sVendorFilter.trimmed().isEmpty();
+    if (offset == 6 && c.iFormat == kDeptName) {
+        gfiMsgBox(QStringLiteral("Display Only - No Sorting Available"), MsgButtons::OK, MsgIcon::None,
+                  QStringLiteral("Department Name"));
+        return;
+    }
+    if (offset == 1 && vendor && (iVendorMode == 0 || iVendorMode == 1)) {
+        gfiMsgBox(QStringLiteral("Sort vendors by sub-description is not available"));
+        return;
+    }
+    sVendorFilter = doubledQuotes(sVendorFilter);
+    const QString vendorWhere = QStringLiteral(" WHERE status <= ' ' AND vendorcode ='") + sVendorFilter + QLatin1Char('\'');
+    sWhereClause.clear();
+    sWhereClause2.clear();
+    sOrderClause.clear();
+    iSortField2 = -1;
+    bUpcMode = false;
+    iSortField = c.iField;
+    auto keyed = [](const char *label, const char *field, int key) {
+        gLookupCaptions.sSearchLabel = QString::fromLatin1(label);
+        sKeyFieldName = QString::fromLatin1(field);
+        iLookupKey = key;
+    };
+    if (offset == 0 && c.iField == kDescription) {
+        keyed("--Description", "Description", 3);
+        if (vendor) {
+            iLookupKey = 5;
+            sWhereClause = vendorWhere + QStringLiteral(" AND Description > '");
+            sOrderClause = QStringLiteral(" ORDER BY Description");
+        }
+    } else if (offset == 1 && c.iField == kSubDescription) {
+        keyed("--SubDescription", "SubDescription", 4);
+    } else if (offset == 2 && c.iField == kSL) {
+        keyed("--SL", "SL", 1);
+        if (vendor) {
+            iLookupKey = 6;
+            sWhereClause = vendorWhere + QStringLiteral(" AND SL > '");
+            sWhereClause2 = QStringLiteral(" AND SL <= '");
+            sOrderClause = QStringLiteral(" ORDER BY SL ");
+        }
+    } else if (offset == 3 && c.iField == kItemID) {
+        keyed("--Item ID", "ItemID", 2);
+        if (vendor) {
+            iLookupKey = 7;
+            sWhereClause = vendorWhere + QStringLiteral(" AND ItemID > '");
+            sOrderClause = QStringLiteral(" ORDER BY ItemID");
+        }
+    } else if (c.iFormat == kUpc) {
+        keyed("--UPC", "UPC", 2);
+        bUpcMode = true;
+    } else if (c.iField == kDeptCode) {
+        keyed("--Dept Code", "DeptCode", 8);
+    } else if (c.iField == kVendorCode) {
+        keyed("---Vendor", "VendorCode", 6);
+    } else if (c.iField == kQtyOnHand) {
+        displayOnly("--Quantity", QStringLiteral("QtyOnHand"), c.iField);
+    } else if (c.iField == kPrice || c.iField == kPriceIncTax) {
+        displayOnly("--Price", gbIncludeTax ? QStringLiteral("PriceIncTax") : QStringLiteral("Price"), c.iField);
+    } else if (c.iField == kRecordNum) {
+        keyed("--UID", "Recordnum", 0);
+    } else {
+        displayOnly("--Department", QString(), c.iField);
+    }
+    sVendorFilter.replace(QLatin1String("''"), QLatin1String("'"));
+}
+
+int gfiDataGrid_ColumnAt(int xTwips)
+{
+    int edge = 0;
+    for (int col = 0; col < int(gaGridColumns.size()); ++col) {
+        edge += gaGridColumns[col].lWidth;
+        if (xTwips < edge)
+            return col;
+    }
+    return int(gaGridColumns.size()) - 1;
+}
+
+int gfiDataGrid_ColumnOf(int iField, int iFormat)
+{
+    for (int col = 0; col < int(gaGridColumns.size()); ++col) {
+        if (gaGridColumns[col].iField == iField && gaGridColumns[col].iFormat == iFormat)
+            return col;
+    }
+    return -1;
+}
+
+} // namespace qln

@@ -1,0 +1,22 @@
+#pragma once
+#include <QString>
+#include <functional>
+
+// The purges of expired item promos. Without polling expired rows go at once; with polling
+// live rows are meant to become tombstones for the stores, and tombstones that have been
+// polled go.
+namespace qln {
+
+enum class PurgeEnd {
+    NotConfirmed,  // the user said no: nothing was read
+    NothingFound,  // no expired row
+    Done,
+    StoreModeStopped, // by-item purge with expired rows and no polling answer: nothing touched
+};
+
+// F6: the expired promos of one item (its SL as the key holds it).
+PurgeEnd gfePromo_item_purge(const QString &sSL);
+// F7: the expired promos and tombstones of all items. onConfirmed runs once the user said yes.
+PurgeEnd gfePromo_all_purge(const std::function<void()> &onConfirmed);
+
+} // namespace qln

@@ -1,0 +1,612 @@
+#include "promo/frmMain.h"
+
+#include "common/DateForms.h"
+#include "common/FormKeys.h"
+#include "common/FormLook.h"
+#include "common/ItemNumber.h"
+#include "common/NumberFormat.h"
+#include "common/Numbers.h"
+#include "common/ProcessState.h"
+#include "config/Country.h"
+#include "config/Tax.h"
+#include "lookup/FGrid.h"
+#include "lookup/FlexGrid.h"
+#include "lookup/InventoryPick.h"
+#include "platform/Clock.h"
+#include "platform/Messages.h"
+#include "platform/ModalRunner.h"
+#include "platform/Mouse.h"
+#include "promo/PromoList.h"
+#include "promo/PromoPurge.h"
+#include "promo/TagLink.h"
+#include "promo/frmEdit_Promo.h"
+#include "promo/frmTags_Print.h"
+#include "store/Common.h"
+#include "store/Database.h"
+#include "store/Inventory.h"
+#include "store/RecordOps.h"
+
+#include <QCheckBox>
+#include <QCoreApplication>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QScopeGuard>
+#include <QVBoxLayout>
+
+namespace qln {
+
+namespace {
+
+enum Column { cSL, cDescription, cRegular, cPromo, cStart, cEnd, cType, cAmount, cStartKey, cEndKey, kColumns };
+
+constexpr int kItemFaceWidths[kColumns] = {0, 0, 1100, 1100, 1000, 1000, 900, 1100, 0, 0};
+constexpr int kSortAscending = 1, kSortDescending = 2;
+const QString kPriceForm = QStringLiteral("#######.00");
+
+QPushButton *button(QWidget *form, const QString &name, const QString &caption)
+{
+    auto *b = new QPushButton(caption, form);
+    b->setObjectName(name);
+    b->setAutoDefault(false);
+    return b;
+}
+
+QString mfsSearch_caption(int col)
+{
+    switch (col) {
+    case cSL: return QStringLiteral("Search SL for");
+    case cDescription: return QStringLiteral("Search Description for");
+    case cStart: return QStringLiteral("Search starting Date for");
+    default: return QStringLiteral("Search ending Date for");
+    }
+}
+
+QDateTime mfdMidnight(const QString &dateText)
+{
+    return QDateTime(gfdDate_parse(dateText).value_or(QDate()), QTime(0, 0));
+}
+
+} // namespace
+
+const QString frmMain::kAllItemsCaption = QStringLiteral("All Items with Promo's ");
+
+frmMain::frmMain(QWidget *parent) : QDialog(parent)
+{
+    setObjectName(QStringLiteral("frmMain"));
+    mpControls_create();
+    mpControls_arrange();
+    gpFormKeys_install(this, cmdQuit);
+    mpForm_load();
+}
+
+void frmMain::mpControls_create()
+{
+    static const char *const itemCaptions[] = {"S/L", "Item ID", "Description"};
+    for (int i = 0; i < 3; ++i) {
+        lblEdit[i] = new QLabel(QString::fromLatin1(itemCaptions[i]), this);
+        lblEdit[i]->setObjectName(QStringLiteral("lblEdit(%1)").arg(i));
+        lblEditData[i] = new QLabel(this);
+        lblEditData[i]->setObjectName(QStringLiteral("lblEditData(%1)").arg(i));
+        lblEditData[i]->setFrameShape(QFrame::Panel);
+        lblEditData[i]->setFrameShadow(QFrame::Sunken);
+    }
+    LblTraining = new QLabel(QStringLiteral("Training"), this);
+    LblTraining->setObjectName(QStringLiteral("LblTraining"));
+    cmdItem = button(this, QStringLiteral("cmdItem"), QStringLiteral("F3  Select Item"));
+    CmdViewAll = button(this, QStringLiteral("CmdViewAll"), QStringLiteral("F4  View All Items"));
+    Frame1 = new QGroupBox(QStringLiteral(" Item Promo"), this);
+    Frame1->setObjectName(QStringLiteral("Frame1"));
+    static const char *const editCaptions[] = {"F2 Add New ", "F8 Change", "F5 Delete"};
+    for (int i = 0; i < 3; ++i)
+        cmdEdit[i] = button(Frame1, QStringLiteral("cmdEdit(%1)").arg(i), QString::fromLatin1(editCaptions[i]));
+    cmdPurge[0] = button(Frame1, QStringLiteral("cmdPurge(0)"), QStringLiteral("F6  Purge Expired Promos by Item"));
+    cmdPurge[1] = button(this, QStringLiteral("cmdPurge(1)"), QStringLiteral("F7  Purge All Expired Promos"));
+    cmdPrintTags = button(this, QStringLiteral("cmdPrintTags"), QStringLiteral("F9  Print Tags"));
+    cmdPrint = button(this, QStringLiteral("cmdPrint"), QStringLiteral("F11  Print List"));
+    cmdPrint->setEnabled(false);
+    cmdPrint->setToolTip(QStringLiteral("Not available yet"));
+    cmdQuit = button(this, QStringLiteral("cmdQuit"), QStringLiteral("Esc Cancel"));
+    chkExpired = new QCheckBox(QStringLiteral("Show Expired Promos on Grid"), this);
+    chkExpired->setObjectName(QStringLiteral("chkExpired"));
+    FraSearch = new QGroupBox(QStringLiteral("Search"), this);
+    FraSearch->setObjectName(QStringLiteral("FraSearch"));
+    txtSearch = new QLineEdit(FraSearch);
+    txtSearch->setObjectName(QStringLiteral("txtSearch"));
+    fgrdItems = new FlexGrid(this);
+    fgrdItems->setObjectName(QStringLiteral("fgrdItems"));
+    pbarProgress = new QProgressBar(this);
+    pbarProgress->setObjectName(QStringLiteral("pbarProgress"));
+    pbarProgress->hide();
+
+    connect(cmdItem, &QPushButton::clicked, this, [this] { mpItem_select(); });
+    connect(CmdViewAll, &QPushButton::clicked, this, [this] { CmdViewAll_Click(); });
+    connect(cmdEdit[0], &QPushButton::clicked, this, [this] { mpPromo_add(); });
+    connect(cmdEdit[1], &QPushButton::clicked, this, [this] { mpPromo_change(); });
+    connect(cmdEdit[2], &QPushButton::clicked, this, [this] { mpPromo_delete(); });
+    connect(cmdPurge[0], &QPushButton::clicked, this, [this] { mpPurge_item(); });
+    connect(cmdPurge[1], &QPushButton::clicked, this, [this] { mpPurge_all(); });
+    connect(cmdPrintTags, &QPushButton::clicked, this, [this] { cmdPrintTags_Click(); });
+    connect(cmdQuit, &QPushButton::clicked, this, [this] { cmdQuit_Click(); });
+    connect(chkExpired, &QCheckBox::clicked, this, [this] { chkExpired_Click(); });
+    connect(txtSearch, &QLineEdit::textChanged, this, [this](const QString &text) { txtSearch_Change(text); });
+    connect(fgrdItems, &FlexGrid::cellClicked, this, [this](int row, int col) { mpGrid_click(row, col); });
+    connect(fgrdItems, &FlexGrid::cellDoubleClicked, this, [this](int row, int) {
+        if (row > 0)
+            cmdEdit[1]->click();
+    });
+}
+
+void frmMain::mpControls_arrange()
+{
+    auto *top = new QGridLayout;
+    for (int i = 0; i < 3; ++i) {
+        top->addWidget(lblEdit[i], 0, i);
+        top->addWidget(lblEditData[i], 1, i);
+    }
+    top->setColumnStretch(2, 1);
+    top->addWidget(LblTraining, 1, 3);
+
+    auto *itemButtons = new QVBoxLayout(Frame1);
+    for (QPushButton *b : {cmdEdit[0], cmdEdit[1], cmdEdit[2], cmdPurge[0]})
+        itemButtons->addWidget(b);
+    auto *search = new QVBoxLayout(FraSearch);
+    search->addWidget(txtSearch);
+
+    auto *side = new QVBoxLayout;
+    for (QWidget *w : std::initializer_list<QWidget *>{cmdItem, CmdViewAll, Frame1, cmdPurge[1], cmdPrintTags, cmdPrint, FraSearch})
+        side->addWidget(w);
+    side->addStretch();
+    side->addWidget(cmdQuit);
+
+    auto *body = new QHBoxLayout;
+    auto *left = new QVBoxLayout;
+    left->addWidget(fgrdItems, 1);
+    left->addWidget(chkExpired);
+    left->addWidget(pbarProgress);
+    body->addLayout(left, 1);
+    body->addLayout(side);
+
+    auto *form = new QVBoxLayout(this);
+    form->addLayout(top);
+    form->addLayout(body, 1);
+    resize(960, 560);
+}
+
+void frmMain::mpForm_load()
+{
+    setWindowTitle(QStringLiteral("ZOR Quillon"));
+    bool listed = false;
+    if (gbItemMode) {
+        bool found = false;
+        if (!gsSL.trimmed().isEmpty()) {
+            found = gfiInventory_BySL(gsSL, true) == -1;
+            if (found)
+                glInvUID = gInventory.RecordNum;
+        } else if (glInvUID > 0) {
+            found = gfbInventory_ByRecordNum(glInvUID);
+            if (found)
+                gsSL = gInventory.SL;
+        }
+        // Without an item the window opens on an empty grid.
+        if (found) {
+            mfbItem_show();
+            mpItem_list_fill(true);
+            listed = true;
+        }
+    }
+    if (!listed) {
+        mpGrid_layout();
+        mpButtons_state();
+    }
+    LblTraining->setVisible(gbTraining);
+    gpFont_normalise(this);
+}
+
+bool frmMain::mfbItemFace() const { return !cmdEdit[0]->isHidden(); }
+
+void frmMain::showEvent(QShowEvent *event)
+{
+    QDialog::showEvent(event);
+    if (miGridDesignWidth == 0) {
+        layout()->activate();
+        miGridDesignWidth = fgrdItems->Width();
+        mpColumns_scale();
+    }
+}
+
+void frmMain::resizeEvent(QResizeEvent *event)
+{
+    QDialog::resizeEvent(event);
+    mpColumns_scale();
+}
+
+// Columns keep their proportions to the grid's width at the first show.
+void frmMain::mpColumns_scale()
+{
+    const int width = fgrdItems->Width();
+    for (int col = 0; col < int(miColumnWidths.size()) && col < fgrdItems->Cols(); ++col) {
+        const int base = miColumnWidths[size_t(col)];
+        fgrdItems->setColWidth(col, miGridDesignWidth > 0 ? int(qint64(base) * width / miGridDesignWidth) : base);
+    }
+}
+
+void frmMain::mpGrid_layout()
+{
+    FlexGrid &grid = *fgrdItems;
+    grid.Clear();
+    grid.setCols(kColumns);
+    grid.setRows(2);
+    grid.setFixedRows(1);
+    miColumnWidths.assign(std::begin(kItemFaceWidths), std::end(kItemFaceWidths));
+    static const char *const headers[] = {"", "", "Reg. Price", "Promo Price", "Starting", "Ending", "Type Change", "Amount", "", ""};
+    for (int col = 0; col < kColumns; ++col)
+        grid.setTextMatrix(0, col, QString::fromLatin1(headers[col]));
+    mpColumns_scale();
+}
+
+void frmMain::mpRow_add(int &count, const QString &previousPromo, bool bAllItems)
+{
+    FlexGrid &grid = *fgrdItems;
+    gpGrid_AddRow(grid, count);
+    const int row = count;
+    const PromoGridLine line = gfPromo_grid_line(gPromo, gfcItem_list_price(), previousPromo, bAllItems);
+    if (bAllItems) {
+        grid.setTextMatrix(row, cSL, gfsItemID_display(gInventory.SL));
+        grid.setTextMatrix(row, cDescription, gInventory.Description.trimmed());
+    }
+    grid.setTextMatrix(row, cRegular, line.regularPrice);
+    grid.setTextMatrix(row, cPromo, line.promoPrice);
+    grid.setTextMatrix(row, cStart, line.start);
+    grid.setTextMatrix(row, cEnd, line.end);
+    grid.setTextMatrix(row, cType, line.type);
+    grid.setTextMatrix(row, cAmount, line.amount);
+    grid.setTextMatrix(row, cStartKey, line.startKey);
+    grid.setTextMatrix(row, cEndKey, line.endKey);
+    mbHasRows = true;
+}
+
+void frmMain::mpItem_list_fill(bool bQuiet)
+{
+    if (mbFilling)
+        return;
+    mbHasRows = false;
+    mpGrid_layout();
+    if (gfiDB_RecordCount(kPromoTable) > 0) {
+        QString sql = QStringLiteral("SELECT * FROM PromoPrices WHERE Invuid=") + QString::number(gInventory.RecordNum);
+        if (!chkExpired->isChecked())
+            sql += QStringLiteral("AND EndDate >='") + gfsDate_server_text(Clock::today()) + QLatin1Char('\'');
+        QList<PromoPriceRecord> rows;
+        gfbPromo_rows_read(sql, rows);
+        int count = 0;
+        QString previousPromo = QStringLiteral(".00");
+        for (const PromoPriceRecord &row : rows) {
+            gPromo = row;
+            mpRow_add(count, previousPromo, false);
+            previousPromo = fgrdItems->TextMatrix(count, cPromo);
+        }
+        if (!bQuiet)
+            mpOverlaps_warn();
+    }
+    mpButtons_state();
+    if (!gsSL.trimmed().isEmpty() && !mbHasRows)
+        cmdEdit[0]->setEnabled(true);
+}
+
+// Neighbours only, in the order the server gave: the till applies the best deal anyway.
+void frmMain::mpOverlaps_warn()
+{
+    const FlexGrid &grid = *fgrdItems;
+    for (int row = 1; row < grid.Rows() - 1; ++row) {
+        if (gfsDate_pattern_text(grid.TextMatrix(row, cEnd)) >= gfsDate_pattern_text(grid.TextMatrix(row + 1, cStart)))
+            gfiMsgBox(QStringLiteral("You have over-lapping date ranges on your Items.\r\n'Best Deal' price will be applied on Selling"),
+                      MsgButtons::OK, MsgIcon::Information, QStringLiteral("Promo Prices"));
+    }
+}
+
+void frmMain::mpAll_list_fill()
+{
+    if (mbFilling)
+        return;
+    mbHasRows = false;
+    mpGrid_layout();
+    const std::pair<int, int> allItemsWidths[] = {{cSL, 800}, {cDescription, 2200}, {cRegular, 825}, {cPromo, 935}, {cAmount, 825}};
+    for (const auto &[col, twips] : allItemsWidths)
+        miColumnWidths[size_t(col)] = twips;
+    mpColumns_scale();
+    fgrdItems->setTextMatrix(0, cSL, QStringLiteral("S/L"));
+    fgrdItems->setTextMatrix(0, cDescription, QStringLiteral("Description"));
+
+    const int total = gfiDB_RecordCount(kPromoTable);
+    pbarProgress->setRange(0, total + 1);
+    pbarProgress->setVisible(total + 1 > 100);
+    pbarProgress->setValue(0);
+    if (total == 0)
+        return;
+    gpMouse_busy();
+    if (!mfbAll_rows_add())
+        gfiMsgBox(QStringLiteral("Error occured while populating Grid"));
+    gpMouse_normal();
+    pbarProgress->hide();
+    if (!mbHasRows)
+        gfiMsgBox(QStringLiteral("No Active Promo Prices found"), MsgButtons::OK, MsgIcon::None,
+                  QStringLiteral("All Item Promos have expired"));
+    mpButtons_state();
+}
+
+// The rows of every item, one item read for each; false when the server refused the list.
+bool frmMain::mfbAll_rows_add()
+{
+    mbFilling = true;
+    const auto filled = qScopeGuard([this] {
+        mbFilling = false;
+        fgrdItems->setRedraw(true);
+    });
+    const bool expiredToo = chkExpired->isChecked();
+    QString sql = QStringLiteral("SELECT * FROM PromoPrices WHERE Invuid> 10 ");
+    if (!expiredToo)
+        sql += QStringLiteral("AND EndDate >=") + gfsPromo_date_text(Clock::now());
+    QList<PromoPriceRecord> rows;
+    if (!gfbPromo_rows_read(sql, rows))
+        return false;
+    // The grid repaints once at the end; events still run after every row.
+    fgrdItems->setRedraw(false);
+    const QDate today = Clock::today();
+    int count = 0;
+    QString previousPromo = QStringLiteral(".00");
+    for (const PromoPriceRecord &row : std::as_const(rows)) {
+        pbarProgress->setValue(pbarProgress->value() + 1);
+        gPromo = row;
+        if (!expiredToo && (row.EndDate.date() < today || row.ChangeType == kChangeDeleted))
+            continue;
+        gInventory.RecordNum = row.Invuid;
+        if (!gfbDB_RecordOp(kInventoryTable, kOpEqual, 0))
+            continue;
+        mpRow_add(count, previousPromo, true);
+        previousPromo = fgrdItems->TextMatrix(count, cPromo);
+        QCoreApplication::processEvents();
+    }
+    return true;
+}
+
+void frmMain::mpButtons_state()
+{
+    for (QPushButton *b : {cmdEdit[0], cmdEdit[1], cmdEdit[2], cmdPurge[0]})
+        b->setEnabled(mbHasRows);
+    cmdPurge[1]->setEnabled(true);
+    cmdPrintTags->setEnabled(gfbTagProgram_exists());
+}
+
+bool frmMain::mfbItem_show()
+{
+    lblEditData[2]->setText(gInventory.Description);
+    if (gInventory.AllowDiscounts == QLatin1String("N")) {
+        gfiMsgBox(QStringLiteral("Discounts not allowed on this item"));
+        lblEditData[2]->clear();
+        return false;
+    }
+    lblEditData[0]->setText(gfsItemID_display(gInventory.SL));
+    lblEditData[1]->setText(gInventory.ItemID.trimmed());
+    return true;
+}
+
+void frmMain::mpItem_select()
+{
+    cmdPurge[0]->setVisible(true);
+    cmdEdit[0]->setVisible(true);
+    const QString sl; // to be gfsInventory_Pick() once the item lookup is in the build
+    if (!sl.isEmpty()) {
+        gsSL = sl;
+        if (gfiInventory_BySL(gsSL, true) == -1)
+            glInvUID = gInventory.RecordNum;
+        if (mfbItem_show()) {
+            mpItem_list_fill(true);
+        } else {
+            // No list and no add for an item that takes no discount.
+            mbHasRows = false;
+            mpGrid_layout();
+            mpButtons_state();
+        }
+    }
+    fgrdItems->setFocus();
+}
+
+void frmMain::CmdViewAll_Click()
+{
+    lblEditData[0]->setText(QStringLiteral(" "));
+    lblEditData[1]->setText(QStringLiteral(" "));
+    lblEditData[2]->setText(kAllItemsCaption);
+    mpAll_list_fill();
+    cmdPurge[0]->setVisible(false);
+    cmdEdit[0]->setVisible(false);
+}
+
+// With an empty grid nothing refills, so expired promos of an item whose promos have all
+// expired only come up once something else has filled the grid.
+void frmMain::chkExpired_Click()
+{
+    if (!mbHasRows)
+        return;
+    if (lblEditData[2]->text() == kAllItemsCaption)
+        mpAll_list_fill();
+    else
+        mpItem_list_fill(false);
+}
+
+void frmMain::mpGrid_click(int row, int col)
+{
+    FlexGrid &grid = *fgrdItems;
+    if (row > 0) {
+        gpGrid_SelectRow(grid, row);
+        return;
+    }
+    if (mfbItemFace() || (col != cSL && col != cDescription && col != cStart && col != cEnd))
+        return;
+    miSortDir = col == miSortCol && miSortDir == kSortAscending ? kSortDescending : kSortAscending;
+    miSortCol = col;
+    // Dates sort on their "YYYYMMDD" twins.
+    gpGrid_SortColumn(grid, col == cStart ? cStartKey : col == cEnd ? cEndKey : col, miSortDir);
+    FraSearch->setTitle(mfsSearch_caption(col));
+    txtSearch->clear();
+    gpGrid_GoTop(grid, kColumns - 1);
+    txtSearch->setFocus();
+}
+
+void frmMain::txtSearch_Change(const QString &text)
+{
+    FlexGrid &grid = *fgrdItems;
+    const QString wanted = text.toUpper();
+    for (int row = 1; row < grid.Rows(); ++row) {
+        if (grid.TextMatrix(row, miSortCol).trimmed().toUpper().startsWith(wanted)) {
+            gpGrid_SelectRow(grid, row);
+            if (!grid.RowIsVisible(row))
+                grid.setTopRow(row);
+            return;
+        }
+    }
+}
+
+void frmMain::mpPromo_add()
+{
+    if (gsSL.trimmed().isEmpty())
+        return;
+    frmEdit_Promo editor(this);
+    editor.miMode = frmEdit_Promo::kModeAdd;
+    editor.msDescription = lblEditData[2]->text();
+    editor.msSL = gfsItemID_key(lblEditData[0]->text());
+    Money listPrice = gInventory.Price;
+    if (gbIncludeTax)
+        gfsPriceIncTax_text_get(Clock::today(), listPrice, gInventory.TaxCode,
+                                {gCommon.TaxRate1, gCommon.TaxRate2, gCommon.TaxRate3, gCommon.TaxRate4, gCommon.TaxRate5});
+    editor.msListPrice = gfsNumber_format(listPrice, kPriceForm);
+    editor.msCost = gfsNumber_format(gInventory.Cost, kPriceForm);
+    // A new item promo starts from a clear buffer: no group, and the next UniqueID.
+    gpPromo_clear();
+    mpEditor_run(editor);
+}
+
+// Finds the promo behind a grid row: "=" on its SL and start date, then a walk on key 2
+// for the row whose end and amount match. The walk stays within the item; when nothing
+// matched the buffer keeps the key it looked for.
+bool frmMain::mfbGrid_row_find(int row, bool bItemFace, bool bLiveOnly)
+{
+    const FlexGrid &grid = *fgrdItems;
+    const QString sl = bItemFace ? gfsItemID_key(lblEditData[0]->text()) : gfsItemID_key(grid.TextMatrix(row, cSL));
+    const QDateTime start = mfdMidnight(grid.TextMatrix(row, cStart));
+    gPromo.SL = sl;
+    gPromo.StartDate = start;
+    bool found = gfbDB_RecordOp(kPromoTable, kOpEqual, 2);
+    if (!bItemFace && !bLiveOnly)
+        return found; // the All Items face takes the first promo at that date
+    const QDateTime end = mfdMidnight(grid.TextMatrix(row, cEnd));
+    const Money amount = Money::fromDouble(gfdNumber_value(grid.TextMatrix(row, cAmount)));
+    auto matches = [&] {
+        return gPromo.EndDate == end && gPromo.PriceChange == amount && (!bLiveOnly || gPromo.ChangeType != kChangeDeleted);
+    };
+    while (found && gPromo.SL.trimmed() == sl.trimmed() && !matches())
+        found = gfbDB_RecordOp(kPromoTable, kOpGetNext, 2);
+    if (found && gPromo.SL.trimmed() == sl.trimmed())
+        return true;
+    gPromo.SL = sl;
+    gPromo.StartDate = start;
+    return false;
+}
+
+void frmMain::mpPromo_change()
+{
+    const FlexGrid &grid = *fgrdItems;
+    const int row = grid.Row();
+    frmEdit_Promo editor(this);
+    editor.miMode = frmEdit_Promo::kModeChange;
+    if (!mfbGrid_row_find(row, mfbItemFace(), false)) {
+        gfiMsgBox(QStringLiteral("PromoPrice record not retrieved"));
+        return;
+    }
+    if (gPromo.GroupID > 0) {
+        const QString question = grid.TextMatrix(row, cDescription) + QStringLiteral(" is a member of Group ") +
+                                 QString::number(gPromo.GroupID) + QStringLiteral("\r\nChanging this item will remove it from the group.\r\nChange Item?");
+        if (gfiMsgBox(question, MsgButtons::YesNo, MsgIcon::None, QStringLiteral("Group Item Selected")) != MsgAnswer::Yes)
+            return;
+        gPromo.GroupID = 0;
+    }
+    editor.msListPrice = grid.TextMatrix(row, cRegular);
+    editor.msPromoPrice = grid.TextMatrix(row, cPromo);
+    editor.msSL = gPromo.SL;
+    if (gfiInventory_BySL(gPromo.SL, false) == -1) {
+        editor.msCost = gInventory.Cost.toText(2);
+        editor.msDescription = gInventory.Description;
+    }
+    editor.msStart = grid.TextMatrix(row, cStart);
+    editor.msEnd = grid.TextMatrix(row, cEnd);
+    mpEditor_run(editor);
+}
+
+void frmMain::mpEditor_run(frmEdit_Promo &editor)
+{
+    gfiForm_show_modal(editor);
+    if (editor.mbCancelled)
+        return;
+    mpList_refill();
+}
+
+void frmMain::mpList_refill()
+{
+    if (mfbItemFace())
+        mpItem_list_fill(false);
+    else
+        mpAll_list_fill();
+}
+
+void frmMain::mpPromo_delete()
+{
+    const bool found = mfbGrid_row_find(fgrdItems->Row(), mfbItemFace(), true);
+    if (!gfbPromo_delete_confirm())
+        return;
+    if (gfbCompany_single_store()) {
+        gfiDB_Execute(QStringLiteral("DELETE FROM PromoPrices WHERE startdate = '") + gfsDate_server_text(gPromo.StartDate.date()) +
+                      QStringLiteral("' AND sl ='") + gPromo.SL + QLatin1Char('\''));
+    } else {
+        gPromo.ChangeType = kChangeDeleted;
+        gPromo.ChangeDate = QDateTime(Clock::today(), QTime(0, 0));
+        // Without the row found there is nothing to mark.
+        if (!found || !gfbDB_RecordOp(kPromoTable, kOpUpdate, 2))
+            gfiMsgBox(QStringLiteral("Unable to delete promo"), MsgButtons::OK, MsgIcon::None, QStringLiteral("Error"));
+    }
+    mpList_refill();
+}
+
+void frmMain::mpPurge_item()
+{
+    if (gfePromo_item_purge(gsSL) == PurgeEnd::Done)
+        mpItem_list_fill(false);
+}
+
+void frmMain::mpPurge_all()
+{
+    const PurgeEnd end = gfePromo_all_purge([this] {
+        pbarProgress->setValue(0);
+        pbarProgress->setRange(0, gfiDB_RecordCount(kInventoryTable));
+    });
+    if (end == PurgeEnd::NotConfirmed)
+        return;
+    mpItem_list_fill(false);
+    gpMouse_normal();
+}
+
+void frmMain::cmdPrintTags_Click()
+{
+    frmTags_Print tags(this);
+    gfiForm_show_modal(tags);
+}
+
+void frmMain::cmdQuit_Click()
+{
+    gpMouse_normal();
+    reject();
+}
+
+} // namespace qln

@@ -1,0 +1,130 @@
+// The item promos window on a large data set: the All Items face against one hand-written
+// join that returns the same rows, and the item face of an item with fifty promos.
+#include "DemoData.h"
+
+#include "common/ProcessState.h"
+#include "lookup/FlexGrid.h"
+#include "platform/Clock.h"
+#include "promo/PromoPricing.h"
+#include "promo/frmMain.h"
+#include "shell/Startup.h"
+#include "store/Database.h"
+#include "store/Inventory.h"
+#include "store/RecordOps.h"
+#include "support/ScriptedMessages.h"
+#include "support/TestDatabase.h"
+
+#include <QCheckBox>
+#include <QPushButton>
+#include <QSqlError>
+#include <QSqlQuery>
+#include <benchmark/benchmark.h>
+
+using namespace qln;
+
+namespace {
+
+constexpr qint32 kBusyItem = 11; // the first demo item carries the fifty promos
+
+int envOr(const char *name, int fallback)
+{
+    const int value = qEnvironmentVariableIntValue(name);
+    return value > 0 ? value : fallback;
+}
+
+// One data set for the run: QUILLON_BENCH_ITEMS items (1,000,000) and QUILLON_BENCH_PROMOS
+// item promos (100,000), opened as start-up opens it, with fifty more promos on one item.
+bool openDataSet()
+{
+    static test::TestDatabase scratch;
+    static const bool opened = [] {
+        demo::DemoOptions o;
+        o.path = scratch.dataPath();
+        o.items = envOr("QUILLON_BENCH_ITEMS", 1000000);
+        o.promos = envOr("QUILLON_BENCH_PROMOS", 100000);
+        o.provider = scratch.info().provider;
+        o.server = scratch.info().server;
+        o.user = scratch.info().user;
+        o.database = scratch.info().database;
+        demo::DemoReport report;
+        QString error;
+        if (!demo::gfbDemo_build(o, report, error) || !gfbStartup_prepare(QStringLiteral("/DATAPATH=") + o.path))
+            return false;
+        const QDate today = Clock::today();
+        for (int i = 0; i < 50; ++i) {
+            gpPromo_clear();
+            gPromo.SL = QStringLiteral("10000000"), gPromo.Invuid = kBusyItem, gPromo.Store = 1, gPromo.Poll = QStringLiteral("Y");
+            gPromo.StartDate = QDateTime(today.addDays(2 * i), QTime(0, 0));
+            gPromo.EndDate = QDateTime(today.addDays(2 * i + 1), QTime(0, 0));
+            gPromo.ChangeType = kChangeBy, gPromo.PriceChange = Money::fromWhole(1);
+            gPromo.UniqueID = gfiPromo_UniqueID_next(kPromoTable);
+            gfbDB_RecordOp(kPromoTable, kOpInsert);
+        }
+        return true;
+    }();
+    return opened;
+}
+
+void BM_AllItemsFace(benchmark::State &state)
+{
+    if (!openDataSet())
+        return state.SkipWithError("no data set");
+    test::ScriptedMessages boxes;
+    gbItemMode = false;
+    frmMain form;
+    form.show();
+    auto *viewAll = form.findChild<QPushButton *>(QStringLiteral("CmdViewAll"));
+    auto *grid = form.findChild<FlexGrid *>(QStringLiteral("fgrdItems"));
+    for (auto _ : state)
+        viewAll->click();
+    state.counters["rows"] = grid->Rows() - 1;
+    if (!boxes.shown().isEmpty())
+        state.SkipWithError(boxes.texts().join(QLatin1Char('|')).toUtf8().constData());
+}
+
+// The same rows by one join: live promos of existing items with their item's fields.
+void BM_AllItemsJoin(benchmark::State &state)
+{
+    if (!openDataSet())
+        return state.SkipWithError("no data set");
+    QSqlQuery q(dbConnection().database());
+    q.setForwardOnly(true);
+    const QString sql = QStringLiteral(
+        "SELECT p.*, i.SL, i.Description, i.Price, i.PriceIncTax FROM PromoPrices p JOIN %1 i ON i.RecordNum = p.Invuid "
+        "WHERE p.Invuid > 10 AND p.EndDate >= ? AND p.ChangeType <> 99").arg(dbuaTable[kInventoryTable].sSqlFile);
+    int rows = 0;
+    for (auto _ : state) {
+        q.prepare(sql);
+        q.addBindValue(QDateTime(Clock::today(), QTime(0, 0)).toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")));
+        if (!q.exec())
+            return state.SkipWithError(q.lastError().text().toUtf8().constData());
+        rows = 0;
+        while (q.next()) {
+            for (int c = 0; c < 16; ++c)
+                benchmark::DoNotOptimize(q.value(c));
+            ++rows;
+        }
+    }
+    state.counters["rows"] = rows;
+}
+
+void BM_ItemFace50Promos(benchmark::State &state)
+{
+    if (!openDataSet())
+        return state.SkipWithError("no data set");
+    test::ScriptedMessages boxes;
+    gbItemMode = true;
+    gsSL = QStringLiteral("10000000");
+    frmMain form;
+    form.show();
+    auto *expired = form.findChild<QCheckBox *>(QStringLiteral("chkExpired"));
+    for (auto _ : state)
+        expired->click(); // each click refills the item's list
+    gbItemMode = false;
+}
+
+} // namespace
+
+BENCHMARK(BM_AllItemsJoin)->Unit(benchmark::kMillisecond)->Iterations(1);
+BENCHMARK(BM_AllItemsFace)->Unit(benchmark::kMillisecond)->Iterations(1);
+BENCHMARK(BM_ItemFace50Promos)->Unit(benchmark::kMillisecond);

@@ -1,0 +1,397 @@
+// The item promos window and its editor, driven as a user drives them, on a demo data set.
+#include "promo/frmMain.h"
+
+#include "DemoData.h"
+#include "common/DateForms.h"
+#include "common/ProcessState.h"
+#include "lookup/FlexGrid.h"
+#include "platform/Clock.h"
+#include "platform/ModalRunner.h"
+#include "promo/PromoList.h"
+#include "shell/ProcessReset.h"
+#include "shell/Startup.h"
+#include "store/Common.h"
+#include "store/Inventory.h"
+#include "store/RecordOps.h"
+#include "support/ScriptedMessages.h"
+#include "support/TestDatabase.h"
+
+#include <QCheckBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTest>
+#include <gtest/gtest.h>
+
+using namespace qln;
+using namespace qln::test;
+
+namespace {
+
+const QDate kToday(2025, 5, 14);
+const QString kSL = QStringLiteral("10000007");
+constexpr qint32 kInvuid = 18; // demo items are numbered from 11
+
+QString shortDate(const QDate &date) { return gfsDate_short(date, QStringLiteral("N")); }
+
+template <typename T> T *child(QWidget &form, const QString &name)
+{
+    T *widget = form.findChild<T *>(name);
+    EXPECT_NE(widget, nullptr) << name.toStdString();
+    return widget;
+}
+QLineEdit *txtEdit(QWidget &f, int i) { return child<QLineEdit>(f, QStringLiteral("txtEdit(%1)").arg(i)); }
+QPushButton *cmd(QWidget &f, const QString &name) { return child<QPushButton>(f, name); }
+QString label(QWidget &f, const QString &name) { return child<QLabel>(f, name)->text(); }
+void typeInto(QLineEdit *box, const QString &text)
+{
+    box->clear();
+    QTest::keyClicks(box, text);
+}
+
+// What the user types into the editor: the option, its amount and the two dates.
+struct EditorInput {
+    int option = 0;
+    QString amount;
+    QString start, end;
+    bool accept = true;
+};
+
+class ItemPromos : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        gpProcess_reset();
+        Clock::setFixed(QDateTime(kToday, QTime(10, 30)));
+        gsAppPath = program.path();
+        const ConnectionInfo &i = db.info();
+        demo::DemoOptions o;
+        o.path = db.dataPath(), o.items = 50, o.promos = 0;
+        o.provider = i.provider, o.server = i.server, o.user = i.user, o.database = i.database;
+        demo::DemoReport report;
+        QString error;
+        ASSERT_TRUE(demo::gfbDemo_build(o, report, error)) << error.toStdString();
+        gpProcess_reset();
+        ASSERT_TRUE(gfbStartup_prepare(QStringLiteral("/DATAPATH=") + db.dataPath()));
+        ASSERT_GT(gfiDB_Execute(QStringLiteral("UPDATE invt1 SET AllowDiscounts='Y', Price=10, PriceIncTax=10.65, Cost=6 "
+                                               "WHERE SL='10000007'")), 0);
+        gfiDB_Execute(QStringLiteral("DELETE FROM PromoPrices"));
+        gCommon.MultiStore = QStringLiteral("N");
+        boxes.clear();
+    }
+    void TearDown() override
+    {
+        gpProcess_reset();
+        Clock::setFixed(QDateTime());
+    }
+
+    static void addPromo(QDate start, QDate end, int type, Money change, qint32 uniqueId, const QString &poll = QStringLiteral("Y"),
+                         const QString &sl = kSL, qint32 invuid = kInvuid)
+    {
+        gpPromo_clear();
+        gPromo.Store = 1, gPromo.SL = sl, gPromo.Invuid = invuid, gPromo.UniqueID = uniqueId;
+        gPromo.StartDate = QDateTime(start, QTime(0, 0)), gPromo.EndDate = QDateTime(end, QTime(0, 0));
+        gPromo.ChangeDate = QDateTime(kToday, QTime(0, 0));
+        gPromo.ChangeType = qint16(type), gPromo.PriceChange = change, gPromo.Poll = poll;
+        ASSERT_TRUE(gfbDB_RecordOp(kPromoTable, kOpInsert));
+    }
+    static QList<PromoPriceRecord> promos()
+    {
+        QList<PromoPriceRecord> rows;
+        EXPECT_TRUE(gfbPromo_rows_read(QStringLiteral("SELECT * FROM PromoPrices ORDER BY UniqueID"), rows));
+        return rows;
+    }
+
+    // The window on the one item, as the inventory program opens it.
+    std::unique_ptr<frmMain> openOnItem()
+    {
+        gbItemMode = true;
+        gsSL = kSL;
+        auto form = std::make_unique<frmMain>();
+        form->show();
+        return form;
+    }
+    FlexGrid &grid(QWidget &form) { return *child<FlexGrid>(form, QStringLiteral("fgrdItems")); }
+
+    // Runs `press` with the editor played from `input`; records its title.
+    void withEditor(const EditorInput &input, const std::function<void()> &press)
+    {
+        ScopedModalScript script([&](QDialog &editor) {
+            editorTitle = editor.windowTitle();
+            editorStart = txtEdit(editor, 1)->text();
+            editorAmount = txtEdit(editor, 3 + input.option)->text();
+            child<QRadioButton>(editor, QStringLiteral("Option1(%1)").arg(input.option))->click();
+            if (!input.amount.isNull())
+                typeInto(txtEdit(editor, 3 + input.option), input.amount);
+            if (!input.start.isNull())
+                typeInto(txtEdit(editor, 1), input.start);
+            if (!input.end.isNull())
+                typeInto(txtEdit(editor, 2), input.end);
+            acceptEnabled = cmd(editor, QStringLiteral("cmdAcceptCancel(0)"))->isEnabled();
+            if (input.accept)
+                QTest::keyClick(&editor, Qt::Key_F10);
+            editorStayedOpen = editor.isVisible();
+        });
+        press();
+    }
+
+    TestDatabase db;
+    QTemporaryDir program;
+    ScriptedMessages boxes;
+    QString editorTitle, editorStart, editorAmount;
+    bool acceptEnabled = false, editorStayedOpen = false;
+};
+
+} // namespace
+
+TEST_F(ItemPromos, OnePromoFromTheEditorToTheTableAndBackIntoTheGrid)
+{
+    const qint32 highest = 41;
+    addPromo(kToday.addDays(-40), kToday.addDays(-30), kChangeBy, Money::fromWhole(1), highest, QStringLiteral("Y"),
+             QStringLiteral("10000009"), 20);
+    auto form = openOnItem();
+    EXPECT_EQ(form->windowTitle(), QStringLiteral("ZOR Quillon"));
+    EXPECT_EQ(label(*form, QStringLiteral("lblEditData(0)")), QStringLiteral("1000000.7"));
+    EXPECT_FALSE(child<QLabel>(*form, QStringLiteral("LblTraining"))->isVisible());
+    EXPECT_TRUE(cmd(*form, QStringLiteral("cmdEdit(0)"))->isEnabled()) << "a first promo can be added";
+    EXPECT_FALSE(cmd(*form, QStringLiteral("cmdEdit(1)"))->isEnabled());
+    EXPECT_FALSE(cmd(*form, QStringLiteral("cmdPrint"))->isEnabled());
+
+    withEditor({2, QStringLiteral("25"), shortDate(kToday), shortDate(kToday.addDays(10))},
+               [&] { QTest::keyClick(form.get(), Qt::Key_F2); });
+    EXPECT_EQ(editorTitle, QStringLiteral("Add Promo Price"));
+    EXPECT_EQ(editorStart, shortDate(kToday)) << "a new promo starts today";
+    EXPECT_FALSE(editorStayedOpen);
+
+    const QList<PromoPriceRecord> rows = promos();
+    ASSERT_EQ(rows.size(), 2);
+    const PromoPriceRecord &p = rows[1];
+    EXPECT_EQ(p.ChangeType, kChangeByPercent);
+    EXPECT_EQ(p.PriceChange, Money::fromWhole(25));
+    EXPECT_EQ(p.Poll, QStringLiteral("Y"));
+    EXPECT_EQ(p.Store, gCommon.StoreNumber);
+    EXPECT_EQ(p.Invuid, kInvuid);
+    EXPECT_EQ(p.SL, kSL);
+    EXPECT_EQ(p.UniqueID, highest + 1);
+    EXPECT_EQ(p.GroupID, 0);
+    EXPECT_EQ(p.ChangeDate, QDateTime(kToday, QTime(0, 0)));
+    EXPECT_EQ(p.StartDate.date(), kToday);
+    EXPECT_EQ(p.EndDate.date(), kToday.addDays(10));
+    ASSERT_TRUE(gfbInventory_ByRecordNum(kInvuid));
+    EXPECT_EQ(gInventory.FlgPromoPrice, QStringLiteral("Y"));
+
+    FlexGrid &g = grid(*form);
+    ASSERT_EQ(g.Rows(), 2);
+    EXPECT_EQ(g.TextMatrix(1, 2), QStringLiteral("10.00"));
+    EXPECT_EQ(g.TextMatrix(1, 3), QStringLiteral("7.50"));
+    EXPECT_EQ(g.TextMatrix(1, 6), QStringLiteral("By Percent"));
+    EXPECT_EQ(g.TextMatrix(1, 7), QStringLiteral("25.00"));
+    EXPECT_EQ(g.TextMatrix(1, 8), QStringLiteral("20250514"));
+    EXPECT_TRUE(boxes.shown().isEmpty()) << boxes.texts().join(QLatin1Char('|')).toStdString();
+
+    // A second promo inside the first one's range: the warning comes after the save.
+    withEditor({0, QStringLiteral("9"), shortDate(kToday.addDays(5)), shortDate(kToday.addDays(6))},
+               [&] { QTest::keyClick(form.get(), Qt::Key_F2); });
+    ASSERT_EQ(promos().size(), 3);
+    EXPECT_EQ(promos()[2].UniqueID, highest + 2);
+    ASSERT_EQ(boxes.shown().size(), 1);
+    EXPECT_EQ(boxes.shown()[0].title, QStringLiteral("Promo Prices"));
+    EXPECT_TRUE(boxes.shown()[0].text.startsWith(QStringLiteral("You have over-lapping date ranges on your Items.")));
+}
+
+TEST_F(ItemPromos, ChangeAndDeleteFindTheRowByItsStartEndAndAmount)
+{
+    addPromo(kToday, kToday.addDays(3), kChangeBy, Money::fromWhole(1), 1);
+    addPromo(kToday, kToday.addDays(9), kChangeBy, Money::fromWhole(2), 2);
+    auto form = openOnItem();
+    FlexGrid &g = grid(*form);
+    ASSERT_EQ(g.Rows(), 3);
+    EXPECT_EQ(g.TextMatrix(1, 5), shortDate(kToday.addDays(3)));
+
+    // The first row of the two at that date: the one "=" reaches.
+    g.selectWholeRow(1);
+    withEditor({1, QStringLiteral("1.5"), QString(), QString()}, [&] { QTest::keyClick(form.get(), Qt::Key_F8); });
+    EXPECT_EQ(editorTitle, QStringLiteral("Change Promo Price"));
+    EXPECT_EQ(editorAmount, QStringLiteral("1")) << "the row's amount in its option's box";
+    QList<PromoPriceRecord> rows = promos();
+    EXPECT_EQ(rows[0].PriceChange, Money::fromDouble(1.5));
+    EXPECT_EQ(rows[1].PriceChange, Money::fromWhole(2)) << "the other promo of that date is untouched";
+
+    // Head office: F5 leaves a tombstone of the row. The walk on key 2 steps over rows with
+    // an equal start date, so of the two only the one "=" reaches (the engine's choice) is found.
+    gCommon.MultiStore = QStringLiteral("H");
+    gPromo.SL = kSL, gPromo.StartDate = QDateTime(kToday, QTime(0, 0));
+    ASSERT_TRUE(gfbDB_RecordOp(kPromoTable, kOpEqual, 2));
+    const qint32 reached = gPromo.UniqueID;
+    const QString reachedAmount = gfsPromo_amount_text(gPromo, false);
+    auto rowOf = [&](bool reachedRow) { return (g.TextMatrix(1, 7) == reachedAmount) == reachedRow ? 1 : 2; };
+
+    g.selectWholeRow(rowOf(false));
+    boxes.clear();
+    boxes.answer(MsgAnswer::Yes);
+    QTest::keyClick(form.get(), Qt::Key_F5);
+    EXPECT_EQ(boxes.texts().value(1), QStringLiteral("Unable to delete promo"));
+    for (const PromoPriceRecord &p : promos())
+        EXPECT_EQ(p.ChangeType, kChangeBy);
+
+    g.selectWholeRow(rowOf(true));
+    boxes.clear();
+    boxes.answer(MsgAnswer::Yes);
+    QTest::keyClick(form.get(), Qt::Key_F5);
+    EXPECT_EQ(boxes.texts().value(0), QStringLiteral("Are you sure you want to delete?\r\rReady To Delete"));
+    for (const PromoPriceRecord &p : promos()) {
+        EXPECT_EQ(p.ChangeType, p.UniqueID == reached ? kChangeDeleted : kChangeBy);
+        EXPECT_EQ(p.Poll, QStringLiteral("Y"));
+    }
+    EXPECT_TRUE(g.TextMatrix(1, 5) == QStringLiteral("DELETED") || g.TextMatrix(2, 5) == QStringLiteral("DELETED"));
+
+    // One store: the statement removes every promo of the item that starts on that date.
+    gCommon.MultiStore = QStringLiteral(" ");
+    addPromo(kToday.addDays(1), kToday.addDays(2), kChangeTo, Money::fromWhole(8), 3);
+    g.selectWholeRow(1);
+    boxes.answer(MsgAnswer::Yes);
+    QTest::keyClick(form.get(), Qt::Key_F5);
+    rows = promos();
+    ASSERT_EQ(rows.size(), 1);
+    EXPECT_EQ(rows[0].UniqueID, 3);
+}
+
+TEST_F(ItemPromos, EditorChecksThePriceAgainstTheRegularPriceAndCost)
+{
+    auto form = openOnItem();
+    auto add = [&](const EditorInput &input) {
+        boxes.clear();
+        withEditor(input, [&] { QTest::keyClick(form.get(), Qt::Key_F2); });
+        return boxes.texts();
+    };
+    const QString start = shortDate(kToday), end = shortDate(kToday.addDays(7));
+    const QString higher = QStringLiteral("' Promo Price ' Is Not Valid\r\rThe 'Promo Price ' is higher than the regular price.");
+    const QString zero = QStringLiteral("' Promo Price ' Is Not Valid\r\rThe 'Promo Price ' must be greater than zero.");
+
+    EXPECT_EQ(add({0, QStringLiteral("10.01"), start, end}), QStringList{higher});
+    EXPECT_TRUE(editorStayedOpen);
+    EXPECT_EQ(add({1, QStringLiteral("-1"), start, end}), QStringList{higher}) << "a negative amount off";
+    EXPECT_EQ(add({1, QStringLiteral("10"), start, end}), QStringList{zero});
+    EXPECT_EQ(add({2, QStringLiteral("100"), start, end}), QStringList{zero});
+    EXPECT_TRUE(editorStayedOpen) << "a price failure with the \"to\" box hidden leaves the dialog usable";
+    EXPECT_TRUE(promos().isEmpty());
+
+    // Equal to cost counts as below it; No keeps the dialog open.
+    boxes.answer(MsgAnswer::No);
+    const QStringList belowCost = add({0, QStringLiteral("6"), start, end});
+    ASSERT_EQ(belowCost.size(), 1);
+    EXPECT_EQ(belowCost[0], QStringLiteral("Promo Price Is Below Cost\r\rIs that what you want?"));
+    EXPECT_EQ(boxes.shown()[0].defaultButton, 2);
+    EXPECT_TRUE(promos().isEmpty());
+
+    EXPECT_EQ(add({0, QStringLiteral("7x"), start, end}).value(0),
+              QStringLiteral("'7x' is not a valid amount.\r\rEnter the amount as a number, for example 12.50."));
+    EXPECT_TRUE(promos().isEmpty()) << "an amount that isn't money writes nothing";
+
+    EXPECT_EQ(add({0, QString(), QString(), QString()}).value(0).section(QLatin1Char('\r'), 0, 0),
+              QStringLiteral("' Promo Price ' Is Not Valid")) << "an empty amount reads as zero";
+    EXPECT_EQ(add({0, QStringLiteral("9"), QStringLiteral(""), end}).value(0),
+              QStringLiteral("'Starting Date' Is Not Valid\r\rEnter date using the 'mm-dd-yyyy' format."));
+    EXPECT_TRUE(acceptEnabled) << "an empty starting date leaves Accept on";
+    add({0, QStringLiteral("9"), start, QStringLiteral(""), false});
+    EXPECT_FALSE(acceptEnabled) << "an empty ending date turns Accept off";
+
+    // Equal to the regular price passes, and reversed dates pass as they always did.
+    EXPECT_TRUE(add({0, QStringLiteral("10"), end, start}).isEmpty());
+    const QList<PromoPriceRecord> rows = promos();
+    ASSERT_EQ(rows.size(), 1);
+    EXPECT_EQ(rows[0].PriceChange, Money::fromWhole(10));
+    EXPECT_GT(rows[0].StartDate, rows[0].EndDate);
+}
+
+TEST_F(ItemPromos, PurgesInStoreAndHeadOfficeMode)
+{
+    const QDate past = kToday.addDays(-20), expired = kToday.addDays(-1);
+    auto seed = [&] {
+        gfiDB_Execute(QStringLiteral("DELETE FROM PromoPrices"));
+        addPromo(past, expired, kChangeBy, Money::fromWhole(1), 1);                       // expired, live
+        addPromo(past, kToday.addDays(5), kChangeBy, Money::fromWhole(1), 2);             // running
+        addPromo(past, kToday.addDays(5), kChangeBy, Money::fromWhole(1), 3, QStringLiteral("Y"), QStringLiteral("10000009"), 20);
+    };
+    seed();
+    auto form = openOnItem();
+    auto press = [&](Qt::Key key, std::initializer_list<MsgAnswer> answers) {
+        boxes.clear();
+        for (MsgAnswer a : answers)
+            boxes.answer(a);
+        QTest::keyClick(form.get(), key);
+    };
+    const QString log = db.file(QStringLiteral("PVSW.log"));
+
+    // One store: F6 with expired rows stops before touching any; F7 removes them.
+    press(Qt::Key_F6, {MsgAnswer::Yes});
+    EXPECT_EQ(promos().size(), 3);
+    ASSERT_EQ(boxes.shown().size(), 2);
+    EXPECT_TRUE(boxes.shown()[1].text.startsWith(QStringLiteral("Expired promos of one item can only be purged")));
+    EXPECT_TRUE(cmd(*form, QStringLiteral("cmdPurge(0)"))->isEnabled()) << "the window stays usable";
+    press(Qt::Key_F7, {MsgAnswer::Yes});
+    EXPECT_EQ(promos().size(), 2);
+    EXPECT_EQ(boxes.texts().last(), QStringLiteral("1 Promo(s) Purged"));
+
+    // Head office, no polling: F6 takes every promo of the item, expired or not.
+    gCommon.MultiStore = QStringLiteral("H");
+    seed();
+    press(Qt::Key_F6, {MsgAnswer::Yes, MsgAnswer::No});
+    EXPECT_EQ(boxes.shown()[1].title, QStringLiteral("Purging Promo's"));
+    ASSERT_EQ(promos().size(), 1);
+    EXPECT_EQ(promos()[0].UniqueID, 3);
+
+    // Head office with polling: the refused UPDATE goes to the log and no row changes;
+    // a tombstone already polled goes with the rest of its item.
+    seed();
+    form = openOnItem(); // the last purge left the item without promos, and F6 off
+    QFile::remove(log);
+    press(Qt::Key_F6, {MsgAnswer::Yes, MsgAnswer::Yes});
+    EXPECT_EQ(promos().size(), 3);
+    for (const PromoPriceRecord &p : promos())
+        EXPECT_EQ(p.ChangeType, kChangeBy);
+    EXPECT_TRUE(db.readFile(QStringLiteral("PVSW.log")).contains(
+        QStringLiteral("UPDATE & dbuaTable(itable).sSqlFile & set changetype =99, changeDate = ")));
+    addPromo(past, expired, kChangeDeleted, Money::fromWhole(1), 4, QStringLiteral(" "), QStringLiteral("10000009"), 20);
+    press(Qt::Key_F7, {MsgAnswer::Yes, MsgAnswer::Yes});
+    QList<int> left;
+    for (const PromoPriceRecord &p : promos())
+        left << p.UniqueID;
+    EXPECT_EQ(left, (QList<int>{1, 2})) << "the polled tombstone took every row of its item";
+    EXPECT_EQ(boxes.shown().size(), 2) << "no count with polling";
+}
+
+TEST_F(ItemPromos, AllItemsFaceListsSortsAndSearches)
+{
+    addPromo(kToday, kToday.addDays(3), kChangeByPercent, Money::fromWhole(20), 1);
+    addPromo(kToday.addDays(-9), kToday.addDays(-2), kChangeBy, Money::fromWhole(1), 2); // expired
+    addPromo(kToday.addDays(-1), kToday.addDays(30), kChangeBy, Money::fromWhole(1), 3, QStringLiteral("Y"),
+             QStringLiteral("10000009"), 20);
+    addPromo(kToday.addDays(-1), kToday.addDays(30), kChangeBy, Money::fromWhole(1), 4, QStringLiteral("Y"),
+             QStringLiteral("10000008"), 999999); // its item is gone
+    auto form = openOnItem();
+    QTest::keyClick(form.get(), Qt::Key_F4);
+    FlexGrid &g = grid(*form);
+    EXPECT_EQ(label(*form, QStringLiteral("lblEditData(2)")), frmMain::kAllItemsCaption);
+    EXPECT_TRUE(cmd(*form, QStringLiteral("cmdEdit(0)"))->isHidden());
+    ASSERT_EQ(g.Rows(), 3);
+    EXPECT_EQ(g.TextMatrix(0, 0), QStringLiteral("S/L"));
+    EXPECT_EQ(g.TextMatrix(1, 7), QStringLiteral("20.00%"));
+    EXPECT_NEAR(double(g.ColWidth(1)) / g.ColWidth(2), 2200.0 / 825, 0.05) << "All Items widths";
+
+    // Sorting on the ending date goes by its hidden twin; a second click turns it round.
+    emit g.cellClicked(0, 5);
+    EXPECT_EQ(g.TextMatrix(1, 0), QStringLiteral("1000000.7"));
+    emit g.cellClicked(0, 5);
+    EXPECT_EQ(g.TextMatrix(1, 0), QStringLiteral("1000000.9"));
+    EXPECT_EQ(child<QGroupBox>(*form, QStringLiteral("FraSearch"))->title(), QStringLiteral("Search ending Date for"));
+    emit g.cellClicked(0, 0);
+    QTest::keyClicks(child<QLineEdit>(*form, QStringLiteral("txtSearch")), QStringLiteral("1000000.9"));
+    EXPECT_EQ(g.Row(), 2);
+
+    // With expired promos shown the expired row comes in as well.
+    child<QCheckBox>(*form, QStringLiteral("chkExpired"))->click();
+    EXPECT_EQ(g.Rows(), 4);
+}

@@ -1,0 +1,345 @@
+#include "LookupFixture.h"
+
+#include <QRandomGenerator>
+
+using namespace qln;
+using namespace qln::test;
+
+namespace {
+
+constexpr int kRows = 5; // data rows of the window under test
+constexpr int kDesc = 0;
+
+class Paging : public LookupStore {
+protected:
+    void SetUp() override
+    {
+        LookupStore::SetUp();
+        iGridRowCount = kRows + 1;
+        iGridRows = kRows + 1;
+    }
+    // Sets the columns up for a free lookup and fills the window from the top.
+    bool open()
+    {
+        gfbGridSetUp_Inventory();
+        return gfbDataGrid_Reload(view);
+    }
+    void move(int direction) { gpDataGrid_Move(view, direction); }
+    QStringList descriptions() const { return gfsColumn_shown(kDesc); }
+    // The numbers of "Item nnn" rows shown, 0 for a blank row.
+    QList<int> shownNumbers() const
+    {
+        QList<int> numbers;
+        for (const QString &d : descriptions())
+            numbers << (d.isEmpty() ? 0 : d.mid(5).toInt());
+        return numbers;
+    }
+    static QList<int> range(int first, int count, int total)
+    {
+        QList<int> r;
+        for (int i = 0; i < count; ++i)
+            r << (first + i <= total ? first + i : 0);
+        return r;
+    }
+    RecordingView view;
+};
+
+} // namespace
+
+TEST_F(Paging, AnEmptyTableShowsBlankRowsAndAPageDownDoesNothing)
+{
+    EXPECT_FALSE(open());
+    EXPECT_EQ(boxes.texts(), strings({"No matching data found"}));
+    EXPECT_TRUE(bAtBottom);
+    EXPECT_EQ(descriptions(), QStringList(kRows));
+    boxes.clear();
+    const quint64 before = statements();
+    move(kPageDown);
+    EXPECT_EQ(statements(), before);
+    EXPECT_TRUE(boxes.shown().isEmpty());
+    sSearchText = QStringLiteral("A");
+    EXPECT_FALSE(gfvDataGrid_Find(view, false));
+    EXPECT_EQ(boxes.texts(), strings({"Error No Data found in File"}));
+}
+
+TEST_F(Paging, FewerRecordsThanRowsLeaveTheRestBlankAndDownStopsAtTheLast)
+{
+    addNumbered(3);
+    ASSERT_TRUE(open());
+    EXPECT_EQ(shownNumbers(), QList<int>({1, 2, 3, 0, 0}));
+    move(kLineDown);
+    move(kLineDown);
+    EXPECT_EQ(view.current, 3);
+    move(kLineDown);
+    EXPECT_EQ(view.current, 3) << "the selection stays on the last item";
+    ASSERT_EQ(boxes.shown().size(), 1);
+    EXPECT_EQ(boxes.shown()[0].text, QStringLiteral("End of the List"));
+    EXPECT_EQ(boxes.shown()[0].title, QStringLiteral("Look Up"));
+    EXPECT_TRUE(bAtBottom);
+}
+
+TEST_F(Paging, TextMatchingAVisibleRowSendsNoStatement)
+{
+    addNumbered(12);
+    ASSERT_TRUE(open());
+    const quint64 before = statements();
+    sSearchText = QStringLiteral("item 004");
+    EXPECT_TRUE(gfvDataGrid_Find(view, false));
+    EXPECT_EQ(statements(), before);
+    EXPECT_EQ(view.current, 4);
+
+    sSearchText = QStringLiteral("Item 009");
+    EXPECT_TRUE(gfvDataGrid_Find(view, false));
+    EXPECT_GT(statements(), before);
+    EXPECT_EQ(shownNumbers(), QList<int>({9, 10, 11, 12, 0}));
+    EXPECT_EQ(view.current, 1);
+}
+
+TEST_F(Paging, PageUpNearTheHeadRefillsFromTheFirstRecordWithoutBlankRows)
+{
+    addNumbered(20);
+    ASSERT_TRUE(open());
+    gpDataGrid_SetRow(kRows, view);
+    move(kLineDown);
+    move(kLineDown);
+    EXPECT_EQ(shownNumbers(), range(3, kRows, 20));
+    move(kPageUp);
+    EXPECT_EQ(shownNumbers(), range(1, kRows, 20));
+    EXPECT_TRUE(bAtTop);
+    EXPECT_TRUE(boxes.shown().isEmpty());
+    const quint64 before = statements();
+    move(kPageUp);
+    EXPECT_EQ(statements(), before) << "the head is known";
+    EXPECT_EQ(boxes.texts(), strings({"Top of List"}));
+    EXPECT_EQ(view.current, 1);
+}
+
+// Random moves against a model of the list: the window is always a run of the list from
+// some item on, blank only at the end.
+TEST_F(Paging, AnyRunOfMovesShowsTheSameWindowAsTheModel)
+{
+    constexpr int total = 23;
+    addNumbered(total);
+    ASSERT_TRUE(open());
+    int top = 1;
+    QRandomGenerator random(7);
+    for (int i = 0; i < 120; ++i) {
+        const int direction = int(random.bounded(4));
+        // Moves at the window's edges scroll; those inside only move the selection.
+        gpDataGrid_SetRow(direction == kLineUp ? 1 : kRows, view);
+        if (direction == kLineDown && top + kRows > total)
+            gpDataGrid_SetRow(total - top + 1, view);
+        move(direction);
+        switch (direction) {
+        case kLineUp: top = qMax(1, top - 1); break;
+        case kPageUp: top = qMax(1, top - kRows); break;
+        case kPageDown: top = top + kRows <= total ? top + kRows : top; break;
+        default: top = top + kRows <= total ? top + 1 : top; break;
+        }
+        ASSERT_EQ(shownNumbers(), range(top, kRows, total)) << "move " << i << " direction " << direction;
+    }
+}
+
+TEST_F(Paging, DeletedItemsAndMatrixRootsAreNeverShownAndCostNoRow)
+{
+    add(item(1, QStringLiteral("Item 001"), "ACME", "D"));
+    addNumbered(4, 2);
+    for (int n = 6; n <= 13; ++n)
+        add(item(n, QStringLiteral("Item %1").arg(n, 3, 10, QLatin1Char('0')), "ACME", "D"));
+    InventoryRecord root = item(14, QStringLiteral("Item 014"));
+    root.FlgMatrix = QStringLiteral("Y");
+    add(root);
+    addNumbered(3, 15);
+    add(item(18, QStringLiteral("Item 018"), "ACME", "D"));
+    ASSERT_TRUE(open());
+    EXPECT_EQ(shownNumbers(), QList<int>({2, 3, 4, 5, 15}));
+    move(kPageDown);
+    EXPECT_EQ(shownNumbers(), QList<int>({16, 17, 0, 0, 0}));
+    EXPECT_TRUE(bAtBottom);
+    move(kPageUp);
+    EXPECT_EQ(shownNumbers(), QList<int>({2, 3, 4, 5, 15}));
+    gpDataGrid_SetRow(1, view);
+    boxes.clear();
+    move(kLineUp);
+    EXPECT_EQ(boxes.texts(), strings({"Top of List"}));
+    EXPECT_EQ(shownNumbers(), QList<int>({2, 3, 4, 5, 15}));
+}
+
+TEST_F(Paging, TheVendorFilterEndsTheListAtTheVendorsLastItem)
+{
+    for (int n = 1; n <= 3; ++n)
+        add(item(n, QStringLiteral("Item %1").arg(n, 3, 10, QLatin1Char('0')), "ALPHA"));
+    for (int n = 4; n <= 10; ++n)
+        add(item(n, QStringLiteral("Item %1").arg(n, 3, 10, QLatin1Char('0')), "O'NEIL"));
+    for (int n = 11; n <= 13; ++n)
+        add(item(n, QStringLiteral("Item %1").arg(n, 3, 10, QLatin1Char('0')), "ZED"));
+    sVendorFilter = QStringLiteral("O'NEIL");
+    iVendorMode = 0;
+    ASSERT_TRUE(open());
+    EXPECT_EQ(iLookupKey, 5);
+    EXPECT_EQ(sWhereClause, QStringLiteral(" WHERE status <= ' ' AND vendorcode ='O''NEIL' AND Description > '"));
+    EXPECT_EQ(sVendorFilter, QStringLiteral("O'NEIL"));
+    EXPECT_EQ(shownNumbers(), QList<int>({4, 5, 6, 7, 8}));
+    move(kPageDown);
+    EXPECT_EQ(shownNumbers(), QList<int>({9, 10, 0, 0, 0}));
+    gpDataGrid_SetRow(2, view);
+    move(kLineDown);
+    EXPECT_EQ(boxes.texts(), strings({"End of the List"}));
+    move(kPageDown);
+    EXPECT_EQ(shownNumbers(), QList<int>({9, 10, 0, 0, 0})) << "no item of the next vendor";
+
+    sSearchText = QStringLiteral("Item 010");
+    EXPECT_TRUE(gfvDataGrid_Find(view, false));
+    sSearchText = QStringLiteral("Item 006");
+    EXPECT_TRUE(gfvDataGrid_Find(view, false));
+    EXPECT_EQ(shownNumbers(), QList<int>({6, 7, 8, 9, 10}));
+    gpDataGrid_SetRow(kRows, view);
+    boxes.clear();
+    move(kLineDown);
+    EXPECT_EQ(boxes.texts(), strings({"End Of List"}));
+    EXPECT_EQ(shownNumbers(), QList<int>({6, 7, 8, 9, 10}));
+}
+
+TEST_F(Paging, SearchOpensOnTheNearestItemNeverBeyondTheLastMatch)
+{
+    add(item(1, QStringLiteral("Apple")));
+    add(item(2, QStringLiteral("Banana")));
+    add(item(3, QStringLiteral("Banana split")));
+    add(item(4, QStringLiteral("Date")));
+    add(item(5, QStringLiteral("Endive")));
+    ASSERT_TRUE(open());
+    for (int i = 0; i < 4; ++i)
+        move(kLineDown);
+    move(kLineDown); // the window runs on to "Endive" and back is not needed
+    sSearchText = QStringLiteral("C");
+    EXPECT_TRUE(gfvDataGrid_Find(view, false));
+    EXPECT_EQ(descriptions().first(), QStringLiteral("Banana split")) << "nothing under C: the item before";
+    sSearchText = QStringLiteral("zz");
+    EXPECT_TRUE(gfvDataGrid_Find(view, false));
+    EXPECT_EQ(descriptions().first(), QStringLiteral("Endive")) << "past the end: the last item";
+    sSearchText = QStringLiteral("ba");
+    EXPECT_TRUE(gfvDataGrid_Find(view, false));
+    EXPECT_EQ(descriptions().mid(0, 2), strings({"Banana", "Banana split"}));
+}
+
+TEST_F(Paging, ItemsAreFoundByTheirSLAndByTheirItemID)
+{
+    addNumbered(12);
+    ASSERT_TRUE(open());
+    const int slCol = gfiDataGrid_ColumnOf(0, 4), idCol = gfiDataGrid_ColumnOf(1);
+    gpDataGrid_SetSortInventory(slCol);
+    EXPECT_EQ(iLookupKey, 1);
+    EXPECT_EQ(gLookupCaptions.sSearchLabel, QStringLiteral("--SL"));
+    sSearchText = QStringLiteral("1000001.1");
+    ASSERT_TRUE(gfvDataGrid_Find(view, false));
+    EXPECT_EQ(gaGridText[view.current][slCol], QStringLiteral("1000001.1"));
+    EXPECT_EQ(gaGridText[view.current][kDesc], QStringLiteral("Item 011"));
+
+    gpDataGrid_SetSortInventory(idCol);
+    EXPECT_EQ(iLookupKey, 2);
+    sSearchText = QStringLiteral("id007");
+    ASSERT_TRUE(gfvDataGrid_Find(view, false));
+    EXPECT_EQ(gaGridText[view.current][idCol], QStringLiteral("ID007"));
+    EXPECT_EQ(shownNumbers(), QList<int>({7, 8, 9, 10, 11}));
+    move(kPageUp);
+    EXPECT_EQ(shownNumbers(), QList<int>({2, 3, 4, 5, 6})) << "walks stay on the Item ID order";
+}
+
+TEST_F(Paging, ALineMoveCostsOneFetchAndItsUpcLookup)
+{
+    addNumbered(12);
+    ASSERT_TRUE(open());
+    gpDataGrid_SetRow(kRows, view);
+    QStringList sent;
+    dbConnection().setStatementObserver([&](const QString &sql) { sent << sql; });
+    move(kLineDown);
+    dbConnection().setStatementObserver(nullptr);
+    EXPECT_EQ(sent.size(), 2) << sent.join(QLatin1Char('\n')).toStdString();
+    EXPECT_EQ(shownNumbers(), range(2, kRows, 12));
+}
+
+TEST_F(Paging, UpcModeListsTheItemsInCodeOrderAndSkipsCodesForNoItem)
+{
+    addNumbered(4);
+    addUpc(3, "0100");
+    addUpc(1, "0200");
+    addUpc(4, "D0250");
+    addUpc(2, "0300");
+    add(item(9, QStringLiteral("Gone"), "ACME", "D"));
+    addUpc(9, "0400");
+    gfbGridSetUp_Inventory();
+    const int upcCol = gfiDataGrid_ColumnOf(1, 6);
+    gpDataGrid_SetSortInventory(upcCol);
+    ASSERT_TRUE(bUpcMode);
+    sSearchText = QStringLiteral("02");
+    ASSERT_TRUE(gfvDataGrid_Find(view, false));
+    EXPECT_EQ(gfsColumn_shown(upcCol), strings({"0200", "0300", "", "", ""}));
+    EXPECT_EQ(shownNumbers(), QList<int>({1, 2, 0, 0, 0}));
+    gpDataGrid_SetRow(1, view);
+    move(kLineUp);
+    EXPECT_EQ(gfsColumn_shown(upcCol), strings({"0100", "0200", "0300", "", ""}));
+}
+
+TEST_F(Paging, AFreeLookupReopensOnTheItemLastChosen)
+{
+    addNumbered(20);
+    sRememberedSL = QStringLiteral("10000012");
+    bFindMode = false;
+    ASSERT_TRUE(open());
+    EXPECT_EQ(shownNumbers(), range(12, kRows, 20));
+    gpLookupState_reset();
+    iGridRowCount = iGridRows = kRows + 1;
+    sRememberedSL = QStringLiteral("10000012");
+    ASSERT_TRUE(open()) << "find mode opens at the top";
+    EXPECT_EQ(shownNumbers(), range(1, kRows, 20));
+}
+
+TEST_F(Paging, TheScanSearchFindsByPartOfTheTextAndCanBeStopped)
+{
+    add(item(1, QStringLiteral("Green apple")));
+    add(item(2, QStringLiteral("Pineapple")));
+    add(item(3, QStringLiteral("Pear")));
+    add(item(4, QStringLiteral("Apple pie"), "ACME", "D"));
+    for (int n = 5; n <= 12; ++n)
+        add(item(n, QStringLiteral("Crab apple %1").arg(n)));
+    ASSERT_TRUE(open());
+    bWildcard = true;
+    sSearchText = QStringLiteral("APPLE");
+    ASSERT_TRUE(gfvDataGrid_Find(view, false));
+    EXPECT_EQ(gaInventoryHits.size(), 10);
+    EXPECT_EQ(descriptions(), strings({"Crab apple 10", "Crab apple 11", "Crab apple 12", "Crab apple 5", "Crab apple 6"}));
+    move(kPageDown);
+    EXPECT_EQ(descriptions(), strings({"Crab apple 7", "Crab apple 8", "Crab apple 9", "Green apple", "Pineapple"}));
+    EXPECT_EQ(boxes.texts(), strings({"End of List"}));
+
+    int seen = 0;
+    view.onYield = [&] {
+        if (++seen == 3)
+            bStop = true;
+    };
+    ASSERT_TRUE(gfvDataGrid_Find(view, false));
+    EXPECT_EQ(gaInventoryHits.size(), 3) << "Stop Search ends the scan";
+
+    boxes.clear();
+    sSearchText = QStringLiteral("kiwi");
+    EXPECT_FALSE(gfvDataGrid_Find(view, false));
+    EXPECT_EQ(boxes.texts(), strings({"No matches found"}));
+    EXPECT_EQ(descriptions(), QStringList(kRows));
+
+    boxes.clear();
+    gpDataGrid_SetSortInventory(gfiDataGrid_ColumnOf(10, 1));
+    EXPECT_FALSE(gfvDataGrid_Find(view, false));
+    EXPECT_EQ(boxes.texts(), strings({"Wildcard search not available on QtyOnHand"}));
+}
+
+TEST_F(Paging, QuantitiesTypedInTheEntryColumnComeBackAfterScrolling)
+{
+    addNumbered(12);
+    iFirstCol = 1;
+    ASSERT_TRUE(open());
+    gaLookupEntries.append({QStringLiteral("10000002"), QStringLiteral("4")});
+    move(kPageDown);
+    EXPECT_EQ(gfsColumn_shown(0), QStringList(kRows));
+    move(kPageUp);
+    EXPECT_EQ(gfsColumn_shown(0), strings({"", "4", "", "", ""}));
+}
