@@ -176,7 +176,9 @@ QStringList rowCells(const QVariantList &image, int &height)
         if (c.iField == kNoField)
             continue;
         const QString raw = fieldText(image, c.iField);
-        switch (c.iFormat) {
+        const bool hidden = c.lWidth == 0; // a hidden column costs no lookup
+        switch (hidden && (c.iFormat == kUpc || c.iFormat == kDeptName) ? -1 : c.iFormat) {
+        case -1: break;
         case kMoney: cells[col] = moneyCell(raw); break;
         case kDate: cells[col] = gfsDate_display(raw, gCommon.USEurope); break;
         case kSL_form: cells[col] = gfsItemID_display(cut(raw, 8)); break;
@@ -426,6 +428,19 @@ void firstLetterCorrect(const QString &text)
         gfbDB_RecordOp(kInventoryTable, kOpGetNext, iLookupKey);
 }
 
+// Nothing at or after the text: the last record at or before it, by the sort field alone,
+// whose value the set's current row carries for the raw read.
+bool lastAtOrBefore()
+{
+    ImageSink key;
+    gpInventory_row_put(key);
+    gpDB_FieldSet(kInventoryTable, iSortField, key.values.value(iSortField));
+    if (!gfbDB_RecordOp(kInventoryTable, kOpLessEqual, iSortField, true))
+        return false;
+    gpInventory_read(kInventoryTable);
+    return true;
+}
+
 bool keyPosition(const QString &text)
 {
     if (text.isEmpty() && !vendorKey())
@@ -436,8 +451,7 @@ bool keyPosition(const QString &text)
             firstLetterCorrect(text);
         return true;
     }
-    if (gfbDB_RecordOp(kInventoryTable, kOpLessEqual, iLookupKey) ||
-        gfbDB_RecordOp(kInventoryTable, kOpGetFirst, iLookupKey))
+    if (lastAtOrBefore() || gfbDB_RecordOp(kInventoryTable, kOpGetFirst, iLookupKey))
         return true;
     if (!text.isEmpty())
         message("Error No Data found in File");

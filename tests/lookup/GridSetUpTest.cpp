@@ -112,10 +112,11 @@ TEST_F(Columns, SortingByColumnPicksKeyAndLabelAndRefusesTheDisplayOnlyOnes)
 TEST_F(Cells, EachFormatShowsItsFieldAsTheListWants)
 {
     gDept = DeptRecord();
-    gDept.DeptCode = QStringLiteral("001.000.000");
+    gDept.DeptCode = QStringLiteral("002.000.000");
     gDept.Department = QStringLiteral("Bakery");
     ASSERT_TRUE(gfbDB_RecordOp(kDeptTable, kOpInsert)) << gsDBLastError.toStdString();
     InventoryRecord bread = item(1, QStringLiteral("Bread"));
+    bread.DeptCode = QStringLiteral("002.000.000");
     bread.Cost = Money::fromUnits(-12345);
     bread.QtyOnHand = Money::fromUnits(25000);
     add(bread);
@@ -125,12 +126,12 @@ TEST_F(Cells, EachFormatShowsItsFieldAsTheListWants)
     gLookupSettings.bDeptNames = true;
     gLookupSettings.bLongDescriptions = true;
     ASSERT_TRUE(gfbNotes_Save(QStringLiteral("I"), QStringLiteral("&10000002"),
-                              QStringLiteral("Butter, unsalted, from the dairy farm down the road; keeps for weeks in the cold")));
+                              QStringLiteral("Butter, unsalted, from the dairy farm down the road; keeps for weeks in the cold and the dark")));
     gfbGridSetUp_Inventory();
     iGridRowCount = 4;
     RecordingView view;
     ASSERT_TRUE(gfbDataGrid_Reload(view));
-    EXPECT_EQ(gaGridText[1], strings({"Bread", "Sub 1", "1000000.1", "ID001", "012345678905", "001.000.000", "Bakery", "ACME",
+    EXPECT_EQ(gaGridText[1], strings({"Bread", "Sub 1", "1000000.1", "ID001", "012345678905", "002.000.000", "Bakery", "ACME",
                                       "2.5", "1.00", "-1.23"}));
     EXPECT_EQ(gaGridText[2][4], QString()) << "an internal code stands for no item";
     EXPECT_TRUE(gaGridText[2][0].startsWith(QStringLiteral("Butter, unsalted")));
