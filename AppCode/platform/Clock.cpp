@@ -1,5 +1,8 @@
 #include "platform/Clock.h"
 
+#include <QFile>
+#include <ctime>
+
 namespace qln {
 namespace {
 QDateTime &fixedInstant()
@@ -20,6 +23,14 @@ void Clock::setFixed(const QDateTime &instant) { fixedInstant() = instant; }
 void Clock::advanceDays(int days)
 {
     fixedInstant() = now().addDays(days);
+}
+
+void gpLocalTime_pin()
+{
+    if (!qEnvironmentVariableIsSet("TZ") && QFile::exists(QStringLiteral("/etc/localtime"))) {
+        qputenv("TZ", ":/etc/localtime");
+        tzset();
+    }
 }
 
 } // namespace qln

@@ -14,4 +14,8 @@ public:
     static void advanceDays(int days);
 };
 
+// With no TZ the C library reads the zone file again for every local time it works out;
+// naming the zone once spares a file system call for each date read from a table.
+void gpLocalTime_pin();
+
 } // namespace qln

@@ -140,6 +140,7 @@ bool Connection::prepareSqlite()
     sqlite3 *db = *static_cast<sqlite3 *const *>(handle.data());
     if (!db || sqlite3_create_collation_v2(db, "QLN_CI", SQLITE_UTF8, nullptr, compareCaseBlind, nullptr) != SQLITE_OK)
         return false;
+    m_sqlite = db;
     QSqlQuery q(m_db);
     q.exec(QStringLiteral("PRAGMA journal_mode=WAL"));
     q.exec(QStringLiteral("PRAGMA synchronous=NORMAL"));
@@ -169,7 +170,7 @@ bool Connection::preparePostgres()
 void Connection::close()
 {
     m_shapes.clear();
-    m_adhoc.reset();
+    m_sqlite = nullptr;
     if (m_db.isValid()) {
         m_db.close();
         m_db = QSqlDatabase();
@@ -244,18 +245,22 @@ QString withLocator(const QString &masked, const QString &table, Provider provid
     return text;
 }
 
-QString literalValue(const QString &quoted)
+QVariant literalValue(const QString &literal)
 {
-    return quoted.mid(1, quoted.size() - 2).replace(QLatin1String("''"), QLatin1String("'"));
+    if (!literal.startsWith(QLatin1Char('\'')))
+        return literal.toLongLong(); // a whole number that MaskedSql::comparedNumbers took out
+    return literal.mid(1, literal.size() - 2).replace(QLatin1String("''"), QLatin1String("'"));
 }
 
 } // namespace
 
-QSqlQuery *Connection::select(const QString &tsql, QString &table)
+bool Connection::select(const QString &tsql, SelectResult &result)
 {
     m_error.clear();
+    result = SelectResult();
     MaskedSql masked(tsql);
     masked.isoDates();
+    masked.comparedNumbers();
     auto shape = m_shapes.find(masked.text);
     if (shape == m_shapes.end()) {
         Shape fresh;
@@ -271,31 +276,147 @@ QSqlQuery *Connection::select(const QString &tsql, QString &table)
                 fresh.literals << literal;
             }
         });
-        fresh.query = std::make_shared<QSqlQuery>(m_db);
-        fresh.query->setForwardOnly(true);
-        if (state() == 1 && fresh.query->prepare(placeholders)) {
-            if (m_shapes.size() > 256)
-                m_shapes.clear();
-            shape = m_shapes.insert(masked.text, fresh);
-        } else {
+        if (!prepareShape(fresh, placeholders)) {
             // Not preparable (or refused): run it as text, for the engine's own answer.
-            table = fresh.table;
-            m_adhoc = std::make_unique<QSqlQuery>(m_db);
-            return runRewritten(*m_adhoc, masked.unmask(text)) ? m_adhoc.get() : nullptr;
+            result.table = fresh.table;
+            QSqlQuery adhoc(m_db);
+            return runRewritten(adhoc, masked.unmask(text)) && readQuery(adhoc, tsql, result);
         }
+        if (m_shapes.size() > 256)
+            m_shapes.clear();
+        shape = m_shapes.insert(masked.text, fresh);
     }
-    table = shape->table;
+    result.table = shape->table;
+    QVariantList values;
+    for (int literal : std::as_const(shape->literals))
+        values << literalValue(masked.literals.value(literal));
+    if (shape->statement)
+        return readSqlite(*shape, values, tsql, result);
     QSqlQuery &query = *shape->query;
-    for (int i = 0; i < shape->literals.size(); ++i)
-        query.bindValue(i, literalValue(masked.literals.value(shape->literals[i])));
-    if (query.exec())
-        return &query;
-    m_error = errorFrom(query.lastError(), tsql);
+    for (int i = 0; i < values.size(); ++i)
+        query.bindValue(i, values[i]);
+    if (!query.exec())
+        m_error = errorFrom(query.lastError(), tsql);
+    else if (readQuery(query, tsql, result))
+        return true;
     if (m_error.connectionLost) {
         m_shapes.clear();
         m_db.close();
     }
-    return nullptr;
+    return false;
+}
+
+bool Connection::prepareShape(Shape &shape, const QString &placeholders)
+{
+    if (state() != 1)
+        return false;
+    if (!m_sqlite) {
+        shape.query = std::make_shared<QSqlQuery>(m_db);
+        shape.query->setForwardOnly(true);
+        return shape.query->prepare(placeholders);
+    }
+    sqlite3_stmt *statement = nullptr;
+    const QByteArray utf8 = placeholders.toUtf8();
+    if (sqlite3_prepare_v3(m_sqlite, utf8.constData(), int(utf8.size()), SQLITE_PREPARE_PERSISTENT, &statement, nullptr)
+            != SQLITE_OK
+        || !statement) {
+        sqlite3_finalize(statement);
+        return false;
+    }
+    shape.statement = std::shared_ptr<sqlite3_stmt>(statement, sqlite3_finalize);
+    for (int i = 0; i < sqlite3_column_count(statement); ++i) {
+        shape.names << QString::fromUtf8(sqlite3_column_name(statement, i));
+        if (shape.rowidAt < 0 && shape.names.last() == kRowidColumn)
+            shape.rowidAt = i;
+    }
+    if (shape.rowidAt >= 0)
+        shape.names = shape.names.mid(0, shape.rowidAt);
+    return true;
+}
+
+namespace {
+
+// The values as Qt's own SQLite driver gives them, so that a record set reads the same
+// whichever way its rows came.
+QVariant sqliteValue(sqlite3_stmt *statement, int column)
+{
+    switch (sqlite3_column_type(statement, column)) {
+    case SQLITE_INTEGER: return qint64(sqlite3_column_int64(statement, column));
+    case SQLITE_FLOAT: return sqlite3_column_double(statement, column);
+    case SQLITE_NULL: return QVariant(QMetaType::fromType<QString>());
+    case SQLITE_BLOB:
+        return QByteArray(static_cast<const char *>(sqlite3_column_blob(statement, column)),
+                          sqlite3_column_bytes(statement, column));
+    default:
+        // The file holds UTF-8: decoding it here is cheaper than SQLite's own conversion.
+        return QString::fromUtf8(reinterpret_cast<const char *>(sqlite3_column_text(statement, column)),
+                                 sqlite3_column_bytes(statement, column));
+    }
+}
+
+} // namespace
+
+bool Connection::readSqlite(const Shape &shape, const QVariantList &values, const QString &tsql, SelectResult &result)
+{
+    sqlite3_stmt *statement = shape.statement.get();
+    sqlite3_reset(statement);
+    for (int i = 0; i < values.size(); ++i) {
+        const QVariant &v = values[i];
+        if (v.typeId() == QMetaType::LongLong) {
+            sqlite3_bind_int64(statement, i + 1, v.toLongLong());
+        } else {
+            const QString text = v.toString();
+            sqlite3_bind_text16(statement, i + 1, text.utf16(), int(text.size() * 2), SQLITE_TRANSIENT);
+        }
+    }
+    result.names = shape.names;
+    const int visible = int(shape.names.size());
+    int step;
+    while ((step = sqlite3_step(statement)) == SQLITE_ROW) {
+        std::vector<QVariant> row;
+        row.reserve(size_t(visible));
+        for (int i = 0; i < visible; ++i)
+            row.push_back(sqliteValue(statement, i));
+        result.rows.push_back(std::move(row));
+        result.locators.push_back(shape.rowidAt >= 0 ? sqliteValue(statement, shape.rowidAt) : QVariant());
+        result.versions.emplace_back();
+    }
+    // A statement left unreset would hold its read transaction open.
+    sqlite3_reset(statement);
+    if (step == SQLITE_DONE)
+        return true;
+    m_error = errorFrom(QSqlError(QStringLiteral("Unable to fetch row"), QString::fromUtf8(sqlite3_errmsg(m_sqlite)),
+                                  QSqlError::StatementError, QString::number(step)),
+                        tsql);
+    return false;
+}
+
+bool Connection::readQuery(QSqlQuery &query, const QString &tsql, SelectResult &result)
+{
+    const QSqlRecord record = query.record();
+    int visible = record.count();
+    const int rowidAt = record.indexOf(kRowidColumn), ctidAt = record.indexOf(kCtidColumn), xminAt = record.indexOf(kXminColumn);
+    if (rowidAt >= 0)
+        visible = rowidAt;
+    else if (ctidAt >= 0)
+        visible = ctidAt;
+    for (int i = 0; i < visible; ++i)
+        result.names << record.fieldName(i);
+    while (query.next()) {
+        std::vector<QVariant> row;
+        row.reserve(size_t(visible));
+        for (int i = 0; i < visible; ++i)
+            row.push_back(query.value(i));
+        result.rows.push_back(std::move(row));
+        result.locators.push_back(rowidAt >= 0 ? query.value(rowidAt) : ctidAt >= 0 ? query.value(ctidAt) : QVariant());
+        result.versions.push_back(xminAt >= 0 ? query.value(xminAt) : QVariant());
+    }
+    const QSqlError fetchError = query.lastError();
+    query.finish(); // one active result at a time on PostgreSQL
+    if (fetchError.type() == QSqlError::NoError)
+        return true;
+    m_error = errorFrom(fetchError, tsql);
+    return false;
 }
 
 bool Connection::runRewritten(QSqlQuery &query, const QString &sql)

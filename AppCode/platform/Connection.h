@@ -8,6 +8,10 @@
 #include <QVariant>
 #include <functional>
 #include <memory>
+#include <vector>
+
+struct sqlite3;
+struct sqlite3_stmt;
 
 namespace qln {
 
@@ -28,6 +32,15 @@ struct ColumnInfo {
     QString type; // upper-cased declared type name
     int width = 0;
     int scale = -1;
+};
+
+// The answer to a query, read whole.
+struct SelectResult {
+    QString table;     // the one table whose rows can be written back; empty for others
+    QStringList names; // the columns as the engine names them
+    std::vector<std::vector<QVariant>> rows;
+    std::vector<QVariant> locators; // each row's rowid or ctid, when `table` is set
+    std::vector<QVariant> versions; // each row's xmin on PostgreSQL
 };
 
 // The one connection of the program over Qt Sql. Every text given to it is the suite's
@@ -61,11 +74,10 @@ public:
     const QList<ColumnInfo> &columns(const QString &table);
     void forgetSchema() { m_columns.clear(); }
 
-    // Runs a query of the suite's text for a record set and returns it with its rows to
-    // read, or null with lastError() set. `table` gets the one table whose rows the set can
-    // write back (empty for others), and the query carries their row locators. Each shape
-    // of statement is prepared once; its literals are bound.
-    class QSqlQuery *select(const QString &tsql, QString &table);
+    // Runs a query of the suite's text for a record set; false with lastError() set. Each
+    // shape of statement is prepared once and its literals are bound; on SQLite it runs
+    // through the engine's own calls, which spares the driver's per-run column set-up.
+    bool select(const QString &tsql, SelectResult &result);
     bool runRewritten(class QSqlQuery &query, const QString &sql);
     void noteStatement(const QString &tsql);
     DbError errorFrom(const class QSqlError &error, const QString &sql);
@@ -89,12 +101,19 @@ private:
     QHash<QString, QList<ColumnInfo>> m_columns;
 
     struct Shape {
-        std::shared_ptr<class QSqlQuery> query;
+        std::shared_ptr<class QSqlQuery> query;  // PostgreSQL
+        std::shared_ptr<sqlite3_stmt> statement; // SQLite
+        QStringList names;                       // SQLite: the columns, read once
+        int rowidAt = -1;                        // SQLite: the locator's column
         QList<int> literals; // the literal bound to each placeholder, in order
         QString table;
     };
+    bool prepareShape(Shape &shape, const QString &placeholders);
+    bool readSqlite(const Shape &shape, const QVariantList &values, const QString &tsql, SelectResult &result);
+    bool readQuery(class QSqlQuery &query, const QString &tsql, SelectResult &result);
+
+    sqlite3 *m_sqlite = nullptr;
     QHash<QString, Shape> m_shapes;
-    std::unique_ptr<class QSqlQuery> m_adhoc;
 };
 
 // Names of the hidden columns that locate a record set's rows.

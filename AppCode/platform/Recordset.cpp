@@ -69,39 +69,23 @@ bool Recordset::open(Connection &connection, const QString &tsql)
     m_error.clear();
 
     connection.noteStatement(tsql);
-    QSqlQuery *found = connection.select(tsql, m_table);
-    if (!found) {
+    SelectResult answer;
+    if (!connection.select(tsql, answer)) {
         m_error = connection.lastError();
         return false;
     }
-    QSqlQuery &query = *found;
-    const QSqlRecord record = query.record();
-    int visible = record.count();
-    const int rowidAt = record.indexOf(kRowidColumn), ctidAt = record.indexOf(kCtidColumn), xminAt = record.indexOf(kXminColumn);
-    if (rowidAt >= 0)
-        visible = rowidAt;
-    else if (ctidAt >= 0)
-        visible = ctidAt;
-    while (query.next()) {
-        std::vector<QVariant> row;
-        row.reserve(visible);
-        for (int i = 0; i < visible; ++i)
-            row.push_back(query.value(i));
-        m_rows.push_back(std::move(row));
-        m_locator.push_back(rowidAt >= 0 ? query.value(rowidAt) : ctidAt >= 0 ? query.value(ctidAt) : QVariant());
-        m_version.push_back(xminAt >= 0 ? query.value(xminAt) : QVariant());
-    }
-    const QSqlError fetchError = query.lastError();
-    query.finish(); // one active result at a time on PostgreSQL
+    m_table = answer.table;
+    m_rows = std::move(answer.rows);
+    m_locator = std::move(answer.locators);
+    m_version = std::move(answer.versions);
+    const int visible = int(answer.names.size());
     if (!m_table.isEmpty()) {
         m_columns = connection.columns(m_table);
         if (m_columns.size() != visible)
             m_columns.clear();
     }
     for (int i = 0; i < visible; ++i)
-        m_names << (m_columns.isEmpty() ? record.fieldName(i) : m_columns[i].name);
-    if (fetchError.type() != QSqlError::NoError)
-        return fail(connection.errorFrom(fetchError, tsql));
+        m_names << (m_columns.isEmpty() ? answer.names[i] : m_columns[i].name);
     return true;
 }
 

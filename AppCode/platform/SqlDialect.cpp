@@ -102,6 +102,25 @@ void MaskedSql::isoDates()
     }
 }
 
+void MaskedSql::comparedNumbers()
+{
+    // "1234AND" stays as it is: the dialect unglues it.
+    static const QRegularExpression re(QStringLiteral("[=<>]\\s*(-?\\d+)(?=$|[\\s),;])"));
+    QString out;
+    qsizetype done = 0;
+    for (auto it = re.globalMatch(text); it.hasNext();) {
+        const QRegularExpressionMatch m = it.next();
+        out += QStringView(text).mid(done, m.capturedStart(1) - done);
+        literals << m.captured(1);
+        out += marker(int(literals.size()) - 1);
+        done = m.capturedEnd(1);
+    }
+    if (done == 0)
+        return;
+    out += QStringView(text).mid(done);
+    text = out;
+}
+
 namespace {
 
 // The suite's server reads "1234AND" as a number and a keyword; the others refuse it.
@@ -181,7 +200,7 @@ QString indexFriendlyWalkText(const QString &masked)
     const QString order = m.captured(3);
 
     static const QRegularExpression guardRe(
-        QStringLiteral("^\\(SELECT COUNT\\(\\*\\) FROM (\\w+) WHERE (\\S+)=(\\x01\\d+\\x01)\\) > 1 AND "));
+        QStringLiteral("^\\(SELECT COUNT\\(\\*\\) FROM (\\w+) WHERE (\\S+)=(\\x01\\d+\\x01)\\) > (?:1|\\x01\\d+\\x01) AND "));
     QString guard;
     const auto g = guardRe.match(where);
     if (g.hasMatch()) {

@@ -61,6 +61,9 @@ struct MaskedSql {
     QStringList literals;    // each with its quotes
     QString unmask(const QString &masked) const;
     void isoDates(); // 'YYYYMMDD HH:MM:SS' literals to ISO
+    // Whole numbers compared with something become literals too (unquoted), so that the
+    // reads of numeric keys share one statement shape.
+    void comparedNumbers();
     static QString marker(int index);
     // Calls visit with each run of text and the literal that follows it (-1 after the last).
     static void forEachMarker(const QString &masked, const std::function<void(QStringView, int)> &visit);

@@ -1,5 +1,6 @@
 #include "common/Options.h"
 #include "common/ProcessState.h"
+#include "platform/Clock.h"
 #include "platform/Messages.h"
 #include "platform/ProgramEnd.h"
 #include "platform/WidgetMessages.h"
@@ -10,6 +11,7 @@
 
 int main(int argc, char **argv)
 {
+    qln::gpLocalTime_pin();
     QApplication app(argc, argv);
     QApplication::setApplicationName(qln::kProgramName);
     qln::gsAppPath = QCoreApplication::applicationDirPath();

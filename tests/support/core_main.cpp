@@ -1,8 +1,11 @@
+#include "platform/Clock.h"
+
 #include <QCoreApplication>
 #include <gtest/gtest.h>
 
 int main(int argc, char **argv)
 {
+    qln::gpLocalTime_pin();
     QCoreApplication app(argc, argv);
     ::testing::InitGoogleTest(&argc, argv);
     return RUN_ALL_TESTS();
