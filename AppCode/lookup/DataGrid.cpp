@@ -348,7 +348,9 @@ bool gfbDataGrid_Reposition(int row, const QString &position)
         gInventory.SL = cut(gfsItemID_key(cell(kSL, kSL_form)), 8);
         gInventory.VendorCode = cut(vendorKey() ? sVendorFilter : cell(kVendorCode), 15);
         gInventory.DeptCode = cut(cell(kDeptCode), 11);
-        found = gfbDB_RecordOp(kInventoryTable, kOpEqual, 2) || gfbDB_RecordOp(kInventoryTable, kOpEqual, iLookupKey);
+        // The sort's own key seeks by its index; the Item ID (compared left-trimmed) is
+        // the fallback, as it reads the whole table on a large file.
+        found = gfbDB_RecordOp(kInventoryTable, kOpEqual, iLookupKey) || gfbDB_RecordOp(kInventoryTable, kOpEqual, 2);
     }
     sPosition = found ? position : QString();
     return found;

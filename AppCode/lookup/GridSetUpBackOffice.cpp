@@ -195,17 +195,6 @@ void gpDataGrid_SetSortInventory(int col)
     sVendorFilter.replace(QLatin1String("''"), QLatin1String("'"));
 }
 
-int gfiDataGrid_ColumnAt(int xTwips)
-{
-    int edge = 0;
-    for (int col = 0; col < int(gaGridColumns.size()); ++col) {
-        edge += gaGridColumns[col].lWidth;
-        if (xTwips < edge)
-            return col;
-    }
-    return int(gaGridColumns.size()) - 1;
-}
-
 int gfiDataGrid_ColumnOf(int iField, int iFormat)
 {
     for (int col = 0; col < int(gaGridColumns.size()); ++col) {

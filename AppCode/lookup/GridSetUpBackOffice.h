@@ -23,8 +23,6 @@ bool gfbGridSetUp_Inventory();
 // stands for the first one).
 void gpDataGrid_SetSortInventory(int col);
 
-// The column under x twips from the grid's left edge; the last one beyond the columns.
-int gfiDataGrid_ColumnAt(int xTwips);
 // The first column showing field iField with display format iFormat; -1 when none.
 int gfiDataGrid_ColumnOf(int iField, int iFormat = 0);
 

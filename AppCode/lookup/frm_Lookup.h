@@ -15,11 +15,13 @@ namespace qln {
 
 class FlexGrid;
 
+// Builds the grid from the column table (made first when empty): header, widths, alignment.
+void gpDataGrid_Setup(FlexGrid &grid);
+
 // The record lookup of the inventory. The caller sets iLookupFile, bFindMode, sVendorFilter,
 // iVendorMode and iFirstCol before making it, and reads sLookupResult (the chosen item's SL,
 // empty when cancelled) or, with an entry column, gaLookupEntries afterwards.
 class frm_Lookup final : public QDialog {
-    Q_OBJECT
 public:
     explicit frm_Lookup(QWidget *parent = nullptr);
     ~frm_Lookup() override;
@@ -49,6 +51,7 @@ private:
     void mpEntry_set(int row, const QString &qty);
     void mpScan_toggle();
     void mpScan_enter();
+    void mpSearch_clear();
     void cmdEdit_Click();
     void cmdExit_Click();
     void mpWildcard_follow();

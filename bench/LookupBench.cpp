@@ -1,0 +1,158 @@
+// The record lookup on a large item file: a keystroke, a page and a line move of the paging
+// grid against one hand-written indexed query that returns the same window of rows.
+#include "DemoData.h"
+
+#include "lookup/DataGrid.h"
+#include "lookup/GridSetUpBackOffice.h"
+#include "shell/Startup.h"
+#include "store/Database.h"
+#include "store/Inventory.h"
+#include "support/ScriptedMessages.h"
+#include "support/TestDatabase.h"
+
+#include <QSqlQuery>
+#include <benchmark/benchmark.h>
+
+using namespace qln;
+
+namespace {
+
+class NullView final : public DataGridView {
+public:
+    int row() const override { return current; }
+    void selectRow(int r) override { current = r; }
+    void setHighLight(int) override {}
+    void paintRow(int, const QStringList &cells, int) override { benchmark::DoNotOptimize(cells.size()); }
+    int current = 1;
+};
+
+// One data set for the run (QUILLON_BENCH_ITEMS items, 1,000,000 unless told), opened as
+// start-up opens it, and descriptions spread over it to type.
+const QStringList &descriptions()
+{
+    static test::TestDatabase scratch;
+    static const QStringList typed = [] {
+        demo::DemoOptions o;
+        o.path = scratch.dataPath();
+        o.items = qEnvironmentVariableIntValue("QUILLON_BENCH_ITEMS") > 0 ? qEnvironmentVariableIntValue("QUILLON_BENCH_ITEMS") : 1000000;
+        o.promos = 0;
+        o.provider = scratch.info().provider;
+        o.server = scratch.info().server;
+        o.user = scratch.info().user;
+        o.database = scratch.info().database;
+        demo::DemoReport report;
+        QString error;
+        QStringList list;
+        if (!demo::gfbDemo_build(o, report, error) || !gfbStartup_prepare(QStringLiteral("/DATAPATH=") + o.path))
+            return list;
+        QSqlQuery q(dbConnection().database());
+        q.exec(QStringLiteral("SELECT Description FROM ") + dbuaTable[kInventoryTable].sSqlFile +
+               QStringLiteral(" WHERE RecordNum % 4999 = 7 ORDER BY RecordNum"));
+        while (q.next())
+            list << q.value(0).toString().trimmed().left(12);
+        return list;
+    }();
+    return typed;
+}
+
+// A find-mode lookup of 13 rows on the description, as the item promos window opens it.
+void lookupOpen(NullView &view)
+{
+    gaGridColumns.clear();
+    iLookupFile = 1, iFirstCol = 0, iVendorMode = 1, bFindMode = true;
+    sVendorFilter.clear(), sSearchText.clear();
+    iGridRowCount = iGridRows = 14;
+    gfbGridSetUp_Inventory();
+    gpDataGrid_Size();
+    gfbDataGrid_Reload(view);
+}
+
+void findAt(NullView &view, int i)
+{
+    const QStringList &typed = descriptions();
+    sSearchText = typed[i % typed.size()];
+    gfvDataGrid_Find(view, false);
+}
+
+void count(benchmark::State &state, quint64 before, qint64 actions)
+{
+    state.counters["statements"] = benchmark::Counter(double(dbConnection().statementCount() - before) / double(actions));
+}
+
+void BM_Lookup_Keystroke(benchmark::State &state)
+{
+    test::ScriptedMessages boxes;
+    if (descriptions().isEmpty())
+        return state.SkipWithError("no data set");
+    NullView view;
+    lookupOpen(view);
+    int i = 0;
+    const quint64 before = dbConnection().statementCount();
+    for (auto _ : state)
+        findAt(view, i++);
+    count(state, before, i);
+}
+
+void pageOrLine(benchmark::State &state, int direction)
+{
+    test::ScriptedMessages boxes;
+    if (descriptions().isEmpty())
+        return state.SkipWithError("no data set");
+    NullView view;
+    lookupOpen(view);
+    int i = 0;
+    qint64 moves = 0;
+    quint64 sent = 0;
+    auto restart = [&] {
+        findAt(view, i++);
+        gpDataGrid_SetRow(direction == kLineUp || direction == kPageUp ? 1 : iGridRows - 1, view);
+    };
+    restart();
+    for (auto _ : state) {
+        if ((bAtTop && (direction == kLineUp || direction == kPageUp)) || (bAtBottom && direction != kLineUp && direction != kPageUp)) {
+            state.PauseTiming();
+            restart();
+            state.ResumeTiming();
+        }
+        const quint64 before = dbConnection().statementCount();
+        gpDataGrid_Move(view, direction);
+        sent += dbConnection().statementCount() - before;
+        ++moves;
+    }
+    state.counters["statements"] = benchmark::Counter(double(sent) / double(moves));
+}
+
+void BM_Lookup_PageDown(benchmark::State &state) { pageOrLine(state, kPageDown); }
+void BM_Lookup_PageUp(benchmark::State &state) { pageOrLine(state, kPageUp); }
+void BM_Lookup_LineDown(benchmark::State &state) { pageOrLine(state, kLineDown); }
+
+// The same thirteen items by one prepared query on the description index.
+void BM_Lookup_Baseline(benchmark::State &state)
+{
+    if (descriptions().isEmpty())
+        return state.SkipWithError("no data set");
+    const bool postgres = dbConnection().provider() == Provider::Postgres;
+    const QString nulls = postgres ? QStringLiteral(" NULLS FIRST") : QString();
+    QSqlQuery q(dbConnection().database());
+    q.prepare(QStringLiteral("SELECT * FROM ") + dbuaTable[kInventoryTable].sSqlFile +
+              QStringLiteral(" WHERE Description >= ? ORDER BY Description") + nulls + QStringLiteral(", SL") + nulls +
+              QStringLiteral(" LIMIT 13"));
+    int i = 0;
+    for (auto _ : state) {
+        q.addBindValue(descriptions()[i++ % descriptions().size()]);
+        if (!q.exec())
+            return state.SkipWithError("baseline refused");
+        int rows = 0;
+        while (q.next())
+            ++rows;
+        benchmark::DoNotOptimize(rows);
+    }
+}
+
+} // namespace
+
+BENCHMARK(BM_Lookup_Baseline)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_Lookup_Keystroke)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_Lookup_PageDown)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_Lookup_PageUp)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_Lookup_LineDown)->Unit(benchmark::kMillisecond);
