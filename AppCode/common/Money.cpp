@@ -1,6 +1,5 @@
 #include "common/Money.h"
 
-#include <QRegularExpression>
 #include <cmath>
 
 namespace qln {
@@ -14,21 +13,35 @@ Money Money::fromDouble(double value)
     return Money(qint64(std::llround(value * kScale)));
 }
 
+// By hand rather than by pattern: every decimal read from a table comes through here.
 std::optional<Money> Money::parse(const QString &text)
 {
-    static const QRegularExpression re(QStringLiteral("^([+-]?)(\\d*)(?:\\.(\\d*))?$"));
-    const auto m = re.match(text.trimmed());
-    if (!m.hasMatch() || (m.captured(2).isEmpty() && m.captured(3).isEmpty()))
+    const QStringView t = QStringView(text).trimmed();
+    qsizetype i = 0;
+    const bool negative = i < t.size() && t[i] == QLatin1Char('-');
+    if (i < t.size() && (t[i] == QLatin1Char('-') || t[i] == QLatin1Char('+')))
+        ++i;
+    qint64 whole = 0;
+    int wholeDigits = 0;
+    for (; i < t.size() && t[i].isDigit() && t[i].unicode() < 128; ++i, ++wholeDigits)
+        whole = wholeDigits < 15 ? whole * 10 + (t[i].unicode() - '0') : whole;
+    qint64 fraction = 0;
+    int fractionDigits = 0;
+    bool roundUp = false;
+    if (i < t.size() && t[i] == QLatin1Char('.')) {
+        for (++i; i < t.size() && t[i].isDigit() && t[i].unicode() < 128; ++i, ++fractionDigits) {
+            if (fractionDigits < 4)
+                fraction = fraction * 10 + (t[i].unicode() - '0');
+            else if (fractionDigits == 4)
+                roundUp = t[i] >= QLatin1Char('5');
+        }
+    }
+    if (i != t.size() || (wholeDigits == 0 && fractionDigits == 0) || wholeDigits > 14)
         return std::nullopt;
-    const QString whole = m.captured(2);
-    if (whole.size() > 14)
-        return std::nullopt;
-    QString fraction = m.captured(3);
-    qint64 units = whole.isEmpty() ? 0 : whole.toLongLong() * kScale;
-    const bool roundUp = fraction.size() > 4 && fraction[4] >= QLatin1Char('5');
-    fraction = fraction.left(4).leftJustified(4, QLatin1Char('0'));
-    units += fraction.toLongLong() + (roundUp ? 1 : 0);
-    return Money(m.captured(1) == QLatin1String("-") ? -units : units);
+    for (int d = fractionDigits; d < 4; ++d)
+        fraction *= 10;
+    const qint64 units = whole * kScale + fraction + (roundUp ? 1 : 0);
+    return Money(negative ? -units : units);
 }
 
 Money Money::fromVariant(const QVariant &value)

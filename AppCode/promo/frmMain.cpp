@@ -47,7 +47,7 @@ enum Column { cSL, cDescription, cRegular, cPromo, cStart, cEnd, cType, cAmount,
 
 constexpr int kItemFaceWidths[kColumns] = {0, 0, 1100, 1100, 1000, 1000, 900, 1100, 0, 0};
 constexpr int kSortAscending = 1, kSortDescending = 2;
-constexpr qint64 kEventsEveryMs = 10;
+constexpr qint64 kEventsEveryMs = 25;
 const QString kPriceForm = QStringLiteral("#######.00");
 
 QPushButton *button(QWidget *form, const QString &name, const QString &caption)
@@ -410,7 +410,7 @@ void frmMain::mpItem_select()
 {
     cmdPurge[0]->setVisible(true);
     cmdEdit[0]->setVisible(true);
-    const QString sl; // to be gfsInventory_Pick() once the item lookup is in the build
+    const QString sl = gfsInventory_Pick();
     if (!sl.isEmpty()) {
         gsSL = sl;
         if (gfiInventory_BySL(gsSL, true) == -1)

@@ -17,6 +17,17 @@ QString s(const char *text) { return QString::fromUtf8(text); }
 Money money(const char *text) { return *Money::parse(s(text)); }
 } // namespace
 
+TEST(MoneyText, FourDecimalsKeptTheFifthRoundsAndAnythingElseIsRefused)
+{
+    EXPECT_EQ(money(" 12.3456 ").units(), 123456);
+    EXPECT_EQ(money("-0.00005").units(), -1);
+    EXPECT_EQ(money("+.5").units(), 5000);
+    EXPECT_EQ(money("7.").units(), 70000);
+    EXPECT_EQ(money("99999999999999.9999").units(), 999999999999999999LL);
+    for (const char *bad : {"", ".", "-", "1.2.3", "12x", "1 2", "123456789012345"})
+        EXPECT_FALSE(Money::parse(s(bad))) << bad;
+}
+
 TEST(NumberValue, LeadingNumberWithBlanksSkipped)
 {
     EXPECT_EQ(gfdNumber_value(s("12x")), 12.0);
