@@ -1,18 +1,16 @@
 // The item promos window on a large data set: the All Items face against one hand-written
 // join that returns the same rows, and the item face of an item with fifty promos.
-#include "DemoData.h"
+#include "BenchDataSet.h"
 
 #include "common/ProcessState.h"
 #include "lookup/FlexGrid.h"
 #include "platform/Clock.h"
 #include "promo/PromoPricing.h"
 #include "promo/frmMain.h"
-#include "shell/Startup.h"
 #include "store/Database.h"
 #include "store/Inventory.h"
 #include "store/RecordOps.h"
 #include "support/ScriptedMessages.h"
-#include "support/TestDatabase.h"
 
 #include <QCheckBox>
 #include <QPushButton>
@@ -26,29 +24,11 @@ namespace {
 
 constexpr qint32 kBusyItem = 11; // the first demo item carries the fifty promos
 
-int envOr(const char *name, int fallback)
-{
-    const int value = qEnvironmentVariableIntValue(name);
-    return value > 0 ? value : fallback;
-}
-
-// One data set for the run: QUILLON_BENCH_ITEMS items (1,000,000) and QUILLON_BENCH_PROMOS
-// item promos (100,000), opened as start-up opens it, with fifty more promos on one item.
+// The run's data set with fifty more promos on one item.
 bool openDataSet()
 {
-    static test::TestDatabase scratch;
     static const bool opened = [] {
-        demo::DemoOptions o;
-        o.path = scratch.dataPath();
-        o.items = envOr("QUILLON_BENCH_ITEMS", 1000000);
-        o.promos = envOr("QUILLON_BENCH_PROMOS", 100000);
-        o.provider = scratch.info().provider;
-        o.server = scratch.info().server;
-        o.user = scratch.info().user;
-        o.database = scratch.info().database;
-        demo::DemoReport report;
-        QString error;
-        if (!demo::gfbDemo_build(o, report, error) || !gfbStartup_prepare(QStringLiteral("/DATAPATH=") + o.path))
+        if (!bench::gfbDemo_open())
             return false;
         const QDate today = Clock::today();
         for (int i = 0; i < 50; ++i) {

@@ -1,14 +1,12 @@
 // The record lookup on a large item file: a keystroke, a page and a line move of the paging
 // grid against one hand-written indexed query that returns the same window of rows.
-#include "DemoData.h"
+#include "BenchDataSet.h"
 
 #include "lookup/DataGrid.h"
 #include "lookup/GridSetUpBackOffice.h"
-#include "shell/Startup.h"
 #include "store/Database.h"
 #include "store/Inventory.h"
 #include "support/ScriptedMessages.h"
-#include "support/TestDatabase.h"
 
 #include <QSqlQuery>
 #include <benchmark/benchmark.h>
@@ -26,24 +24,12 @@ public:
     int current = 1;
 };
 
-// One data set for the run (QUILLON_BENCH_ITEMS items, 1,000,000 unless told), opened as
-// start-up opens it, and descriptions spread over it to type.
+// Descriptions spread over the run's data set, to type.
 const QStringList &descriptions()
 {
-    static test::TestDatabase scratch;
     static const QStringList typed = [] {
-        demo::DemoOptions o;
-        o.path = scratch.dataPath();
-        o.items = qEnvironmentVariableIntValue("QUILLON_BENCH_ITEMS") > 0 ? qEnvironmentVariableIntValue("QUILLON_BENCH_ITEMS") : 1000000;
-        o.promos = 0;
-        o.provider = scratch.info().provider;
-        o.server = scratch.info().server;
-        o.user = scratch.info().user;
-        o.database = scratch.info().database;
-        demo::DemoReport report;
-        QString error;
         QStringList list;
-        if (!demo::gfbDemo_build(o, report, error) || !gfbStartup_prepare(QStringLiteral("/DATAPATH=") + o.path))
+        if (!bench::gfbDemo_open())
             return list;
         QSqlQuery q(dbConnection().database());
         q.exec(QStringLiteral("SELECT Description FROM ") + dbuaTable[kInventoryTable].sSqlFile +
