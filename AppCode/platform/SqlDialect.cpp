@@ -133,9 +133,26 @@ QString unglueNumbers(const QString &text)
     return out;
 }
 
+// LEFT(x, n) as SUBSTR(x, 1, n): SQLite takes LEFT for the join word alone.
+QString leftAsSubstr(const QString &text)
+{
+    static const QRegularExpression left(QStringLiteral("\\bLEFT\\s*\\("), CI);
+    QString out = text;
+    for (auto m = left.match(out); m.hasMatch(); m = left.match(out, m.capturedStart())) {
+        qsizetype depth = 0, i = m.capturedEnd();
+        for (; i < out.size() && !(depth == 0 && (out[i] == QLatin1Char(',') || out[i] == QLatin1Char(')'))); ++i)
+            depth += out[i] == QLatin1Char('(') ? 1 : out[i] == QLatin1Char(')') ? -1 : 0;
+        if (i >= out.size() || out[i] != QLatin1Char(','))
+            break; // not the two-argument function
+        out.insert(i + 1, QStringLiteral("1,"));
+        out.replace(m.capturedStart(), m.capturedLength(), QStringLiteral("SUBSTR("));
+    }
+    return out;
+}
+
 QString serverFunctions(const QString &text)
 {
-    QString out = text;
+    QString out = leftAsSubstr(text);
     static const QRegularExpression isnull(QStringLiteral("\\bISNULL\\s*\\("), CI);
     static const QRegularExpression getdate(QStringLiteral("\\bGETDATE\\s*\\(\\s*\\)"), CI);
     static const QRegularExpression len(QStringLiteral("\\bLEN\\s*\\("), CI);

@@ -20,6 +20,11 @@ TEST(Dialect, TopBecomesLimitAndValuesAreNeverTouched)
     EXPECT_EQ(sqlite("SELECT * FROM T WHERE D >= '20261122 00:00:00'"), "SELECT * FROM T WHERE D >= '2026-11-22 00:00:00'");
     EXPECT_EQ(sqlite("SELECT * FROM T WHERE N = 'O''Brien' AND SL='20261122'"),
               "SELECT * FROM T WHERE N = 'O''Brien' AND SL='20261122'");
+    // SQLite reads LEFT as the join word only.
+    EXPECT_EQ(sqlite("SELECT TOP 1 * FROM U WHERE LEFT(upc,2)='03' order by UPC"),
+              "SELECT * FROM U WHERE SUBSTR(upc,1,2)='03' order by UPC LIMIT 1");
+    EXPECT_EQ(pg("SELECT a FROM T left join U on T.x=U.x WHERE LEFT(COALESCE(a, b), 3)='abc'"),
+              "SELECT a FROM T left join U on T.x=U.x WHERE SUBSTR(COALESCE(a, b),1, 3)='abc'");
 }
 
 TEST(Dialect, TableCreationNamesIndexesPerTableAndGivesTextTheServerCollation)
