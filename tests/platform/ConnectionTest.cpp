@@ -43,6 +43,21 @@ TEST_F(ConnectionTest, TextComparesAsTheSuiteServerDoes)
     EXPECT_EQ(one(QStringLiteral("SELECT * FROM T WHERE D = 11/22/2026"), 1), QStringLiteral("<none>"));
 }
 
+// Whole numbers compared with a column are bound so that one prepared statement serves every
+// key; the answers must stay those of the numbers written in the text.
+TEST_F(ConnectionTest, ComparedNumbersAnswerAsWrittenWhateverStatementServedThem)
+{
+    for (int n : {-2, 3, 40})
+        conn->execute(QStringLiteral("INSERT INTO T VALUES('k%1', %1, NULL, %1)").arg(n));
+    EXPECT_EQ(one(QStringLiteral("SELECT * FROM T WHERE N = 3")), QStringLiteral("k3      "));
+    EXPECT_EQ(one(QStringLiteral("SELECT * FROM T WHERE N = 40")), QStringLiteral("k40     "));
+    EXPECT_EQ(one(QStringLiteral("SELECT * FROM T WHERE N =-2")), QStringLiteral("k-2     "));
+    EXPECT_EQ(one(QStringLiteral("SELECT COUNT(*) FROM T WHERE (N > 3) OR N<-1")), QStringLiteral("2"));
+    EXPECT_EQ(one(QStringLiteral("SELECT COUNT(*) FROM T WHERE N > 3AND K > ' '")), QStringLiteral("1"));
+    EXPECT_EQ(one(QStringLiteral("SELECT COUNT(*) FROM T WHERE A = 40")), QStringLiteral("1"));
+    EXPECT_EQ(one(QStringLiteral("SELECT TOP 2 N FROM T WHERE N >= 3 ORDER BY N")), QStringLiteral("3"));
+}
+
 TEST_F(ConnectionTest, UpdateAndDeleteActOnTheCurrentRowOnlyWhileNobodyChangedIt)
 {
     conn->execute(QStringLiteral("INSERT INTO T VALUES('a', 1, NULL, 0)"));
