@@ -77,7 +77,7 @@ struct LookupCaptions {
 };
 inline LookupCaptions gLookupCaptions;
 
-// Settings that shape the inventory list (ZOR.INI, section "LOOKUP"; see LookupSettings.cpp).
+// Settings that shape the inventory list (ZOR.INI, section "LOOKUP"; see GridSetUpBackOffice.cpp).
 struct LookupSettings {
     bool bDeptNames = false;      // the "Dept Name" column shows
     bool bRecordNumbers = false;  // a "UID" column
@@ -85,6 +85,7 @@ struct LookupSettings {
     bool bCostSecurity = false;   // cost shows only to users with the right
     bool bMatrixRootsHidden = true;
     bool bScanning = false;       // scanner entry in list building
+    QString sSalesHead;           // the stores a head office looks into, "|" between entries
     double dScreenRatio = 1.6;    // width / height of the screen, for tall rows
 };
 inline LookupSettings gLookupSettings;

@@ -6,6 +6,8 @@
 #include "platform/Messages.h"
 #include "store/Common.h"
 
+#include <QRegularExpression>
+
 namespace qln {
 
 namespace {
@@ -42,7 +44,7 @@ void captionsSet()
         return;
     }
     c.sExit = QStringLiteral("Exit");
-    if (gCommon.MultiStore == QLatin1String("H")) {
+    if (gfbCompany_head_office()) {
         c.sTitle = QStringLiteral("Inventory Lookup Store ") + gsStore;
         c.saAction[2] = QStringLiteral("Select Store");
     } else {
@@ -72,6 +74,20 @@ void gpLookupSettings_load(clsINI_Services &ini)
     gLookupSettings.bCostSecurity = settingOn(ini, "Cost Security");
     gLookupSettings.bScanning = settingOn(ini, "Scanning");
     gLookupSettings.bMatrixRootsHidden = !settingOn(ini, "Show Matrix Roots");
+    gLookupSettings.sSalesHead = ini.GetValue(QStringLiteral("LOOKUP"), QStringLiteral("SALESHEAD"), QString());
+}
+
+QList<StoreChoice> gfaLookup_Stores()
+{
+    static const QRegularExpression numbered(QStringLiteral("^(\\d+)\\b"));
+    QList<StoreChoice> stores;
+    for (const QString &entry : gLookupSettings.sSalesHead.split(QLatin1Char('|'))) {
+        const QString text = entry.trimmed();
+        if (const QRegularExpressionMatch m = numbered.match(text); m.hasMatch())
+            stores.append({text, m.captured(1).toInt()});
+    }
+    stores.append({QStringLiteral("HUB/*ALL"), giStore});
+    return stores;
 }
 
 bool gfbLookup_CostVisible()

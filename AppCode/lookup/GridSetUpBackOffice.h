@@ -8,9 +8,19 @@ class clsINI_Services;
 // The column table of the inventory lookup, and the choice of key by column.
 
 // Reads the settings that shape the list from ZOR.INI, section "LOOKUP": "Show Dept Name",
-// "Show UID", "Long Description", "Cost Security", "Scanning" ("Y" turns each on) and
-// "Show Matrix Roots".
+// "Show UID", "Long Description", "Cost Security", "Scanning" ("Y" turns each on),
+// "Show Matrix Roots", and the head office's store list "SALESHEAD".
 void gpLookupSettings_load(clsINI_Services &ini);
+
+// An entry of a head office's store list: its text and the store it stands for.
+struct StoreChoice {
+    QString sText;
+    int iStore = 0;
+};
+// The stores of SALESHEAD, each entry a store number with an optional name after it
+// ("12 Downtown" or "12"; an entry that does not begin with one is left out), then
+// "HUB/*ALL" for the home store, the head office's own.
+QList<StoreChoice> gfaLookup_Stores();
 
 // Whether the current user may see cost.
 bool gfbLookup_CostVisible();

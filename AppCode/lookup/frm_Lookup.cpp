@@ -1,5 +1,6 @@
 #include "lookup/frm_Lookup.h"
 
+#include "common/FormControls.h"
 #include "common/FormLook.h"
 #include "common/ItemNumber.h"
 #include "common/ProcessState.h"
@@ -11,12 +12,14 @@
 #include "platform/Mouse.h"
 #include "platform/Settings.h"
 #include "shell/Startup.h"
+#include "store/Common.h"
 #include "store/Database.h"
 #include "store/Inventory.h"
 #include "store/RecordOps.h"
 #include "store/Upc.h"
 
 #include <QCheckBox>
+#include <QComboBox>
 #include <QCoreApplication>
 #include <QGridLayout>
 #include <QGroupBox>
@@ -38,14 +41,6 @@ namespace {
 constexpr int kDataRowHeight = 600;
 constexpr int kHeaderHeight = 700;
 const QString kRememberKey = QStringLiteral("RememberSLCode");
-
-QPushButton *button(QWidget *form, const QString &name, const QString &caption)
-{
-    auto *b = new QPushButton(caption, form);
-    b->setObjectName(name);
-    b->setAutoDefault(false);
-    return b;
-}
 
 // A digit of the main keys or the number pad.
 bool isDigitKey(int key) { return key >= Qt::Key_0 && key <= Qt::Key_9; }
@@ -151,6 +146,7 @@ frm_Lookup::frm_Lookup(QWidget *parent) : QDialog(parent)
         gLookupSettings.dScreenRatio = double(screen->size().width()) / screen->size().height();
     mpControls_make();
     m_view = new GridView(*this, *fgrdItems);
+    m_store = giStore;
     LblTraining->setVisible(gbTraining);
     gaGridColumns.clear();
     gaLookupEntries.clear();
@@ -185,9 +181,9 @@ void frm_Lookup::mpControls_make()
     txtEditValue->setObjectName(QStringLiteral("txtEditValue"));
     ckWildcard = new QCheckBox(QStringLiteral("F3 Use Wildcard Search"), this);
     ckWildcard->setObjectName(QStringLiteral("ckWildcard"));
-    cmdSearch = button(this, QStringLiteral("cmdSearch"), QStringLiteral("Search Now"));
-    cmdStop = button(this, QStringLiteral("cmdStop"), QStringLiteral("Stop Search"));
-    cmdEdit = button(this, QStringLiteral("cmdEdit"), QStringLiteral("Clear"));
+    cmdSearch = gfCommand_button(this, QStringLiteral("cmdSearch"), QStringLiteral("Search Now"));
+    cmdStop = gfCommand_button(this, QStringLiteral("cmdStop"), QStringLiteral("Stop Search"));
+    cmdEdit = gfCommand_button(this, QStringLiteral("cmdEdit"), QStringLiteral("Clear"));
     Lblwait = new QLabel(QStringLiteral("Searching..."), this);
     Lblwait->setObjectName(QStringLiteral("Lblwait"));
     Lblwait->hide();
@@ -212,8 +208,8 @@ void frm_Lookup::mpControls_make()
     fgrdItems->setObjectName(QStringLiteral("fgrdItems"));
     middle->addWidget(fgrdItems, 1);
     auto *paging = new QVBoxLayout;
-    cmdPage[0] = button(this, QStringLiteral("cmdPage(0)"), QStringLiteral("Page Up"));
-    cmdPage[1] = button(this, QStringLiteral("cmdPage(1)"), QStringLiteral("Page Down"));
+    cmdPage[0] = gfCommand_button(this, QStringLiteral("cmdPage(0)"), QStringLiteral("Page Up"));
+    cmdPage[1] = gfCommand_button(this, QStringLiteral("cmdPage(1)"), QStringLiteral("Page Down"));
     SpnGrid = new QSpinBox(this);
     SpnGrid->setObjectName(QStringLiteral("SpnGrid"));
     SpnGrid->setRange(0, 2);
@@ -228,15 +224,19 @@ void frm_Lookup::mpControls_make()
 
     auto *buttons = new QHBoxLayout;
     for (int i = 0; i < 5; ++i) {
-        cmdAction[i] = button(this, QStringLiteral("cmdAction(%1)").arg(i), gLookupCaptions.saAction[i]);
+        cmdAction[i] = gfCommand_button(this, QStringLiteral("cmdAction(%1)").arg(i), gLookupCaptions.saAction[i]);
         buttons->addWidget(cmdAction[i]);
     }
-    cmdAdd = button(this, QStringLiteral("cmdAdd"), QStringLiteral("Add New Item"));
-    cmdAltVendor = button(this, QStringLiteral("cmdAltVendor"), QStringLiteral("Alternate Vendor"));
+    CboStore = new QComboBox(this);
+    CboStore->setObjectName(QStringLiteral("CboStore"));
+    CboStore->hide();
+    buttons->addWidget(CboStore);
+    cmdAdd = gfCommand_button(this, QStringLiteral("cmdAdd"), QStringLiteral("Add New Item"));
+    cmdAltVendor = gfCommand_button(this, QStringLiteral("cmdAltVendor"), QStringLiteral("Alternate Vendor"));
     cmdAltVendor->hide();
-    cmdScan = button(this, QStringLiteral("cmdScan"), QStringLiteral("Scan Code"));
-    cmdHelp = button(this, QStringLiteral("cmdHelp"), QStringLiteral("Help"));
-    cmdExit = button(this, QStringLiteral("cmdExit"), QStringLiteral("Exit"));
+    cmdScan = gfCommand_button(this, QStringLiteral("cmdScan"), QStringLiteral("Scan Code"));
+    cmdHelp = gfCommand_button(this, QStringLiteral("cmdHelp"), QStringLiteral("Help"));
+    cmdExit = gfCommand_button(this, QStringLiteral("cmdExit"), QStringLiteral("Exit"));
     for (QWidget *w : std::initializer_list<QWidget *>{cmdAdd, cmdAltVendor, cmdScan, cmdHelp, cmdExit})
         buttons->addWidget(w);
     layout->addLayout(buttons);
@@ -253,6 +253,8 @@ void frm_Lookup::mpControls_make()
     connect(cmdExit, &QPushButton::clicked, this, &frm_Lookup::cmdExit_Click);
     connect(cmdHelp, &QPushButton::clicked, this, [] { gpHelp_guides_open(QStringLiteral("look_up_items.htm")); });
     connect(cmdAction[0], &QPushButton::clicked, this, &frm_Lookup::mpRow_choose);
+    connect(cmdAction[2], &QPushButton::clicked, this, &frm_Lookup::mpStore_show);
+    connect(CboStore, &QComboBox::activated, this, &frm_Lookup::mpStore_choose);
     connect(cmdAltVendor, &QPushButton::clicked, this, [this] { QDialog::reject(); });
     connect(cmdScan, &QPushButton::clicked, this, &frm_Lookup::mpScan_toggle);
     connect(cmdPage[0], &QPushButton::clicked, this, [this] { gpDataGrid_Move(*m_view, kPageUp); });
@@ -304,10 +306,13 @@ void frm_Lookup::mpActivate()
         cmdAction[4]->setText(QStringLiteral("Pricing Utilities"));
         cmdAdd->setText(QStringLiteral("Add New Item"));
     }
-    // The inventory program's own actions have no counterpart here.
+    // The inventory program's own actions have no counterpart here, but for a head office's
+    // choice of store. Adding stays off whatever the store.
+    const bool storeChoice = !bFindMode && gfbCompany_head_office();
     for (QPushButton *b : {cmdAction[1], cmdAction[2], cmdAction[3], cmdAction[4], cmdAdd}) {
-        b->setEnabled(false);
-        b->setToolTip(QStringLiteral("Not available in this program"));
+        const bool available = b == cmdAction[2] && storeChoice;
+        b->setEnabled(available);
+        b->setToolTip(available ? QString() : QStringLiteral("Not available in this program"));
     }
     const bool scanning = gLookupSettings.bScanning && iLookupFile == 1 && iFirstCol == 1;
     cmdScan->setVisible(scanning);
@@ -500,6 +505,35 @@ void frm_Lookup::mpWildcard_follow()
     const bool scanSearch = bWildcard || iSortField2 >= 0;
     cmdSearch->setVisible(scanSearch);
     cmdStop->setVisible(scanSearch);
+}
+
+// The stores are listed on first use; the list opens on the store shown.
+void frm_Lookup::mpStore_show()
+{
+    if (CboStore->count() == 0) {
+        for (const StoreChoice &store : gfaLookup_Stores())
+            CboStore->addItem(store.sText, store.iStore);
+        CboStore->setCurrentIndex(CboStore->findData(m_store));
+    }
+    CboStore->show();
+    CboStore->setFocus();
+}
+
+// Only the inventory program opens the chosen store's tables; here the list is read again
+// from the same ones, so nothing of a change can fail. The rows on screen are forgotten first,
+// or a search text they already show would only move the selection.
+void frm_Lookup::mpStore_choose(int index)
+{
+    const int store = CboStore->itemData(index).toInt();
+    if (store == m_store)
+        return;
+    m_store = store;
+    CboStore->hide();
+    gpDataGrid_Size();
+    gfvDataGrid_Find(*m_view, false);
+    gLookupCaptions.sTitle = QString::number(store) + QStringLiteral(" Lookup Store ") + kProgramName;
+    setWindowTitle(gLookupCaptions.sTitle);
+    txtEditValue->setFocus();
 }
 
 void frm_Lookup::mpRow_choose()

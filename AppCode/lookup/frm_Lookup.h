@@ -5,6 +5,7 @@
 #include <array>
 
 class QCheckBox;
+class QComboBox;
 class QGroupBox;
 class QLabel;
 class QLineEdit;
@@ -55,6 +56,8 @@ private:
     void cmdEdit_Click();
     void cmdExit_Click();
     void mpWildcard_follow();
+    void mpStore_show();
+    void mpStore_choose(int index);
     int mfiGridRow() const;
 
     FlexGrid *fgrdItems = nullptr;
@@ -69,9 +72,11 @@ private:
     QGroupBox *FraScan = nullptr;
     QLineEdit *TxtScan = nullptr, *TxtText = nullptr;
     QLabel *Lblwait = nullptr, *LblTraining = nullptr;
+    QComboBox *CboStore = nullptr;
     GridView *m_view = nullptr;
     int m_sortCol = 0;
     int m_entryRow = 0;
+    int m_store = 0; // whose list a head office looks at; the home store at first
     bool m_shown = false;
     bool m_erasing = false;
 };

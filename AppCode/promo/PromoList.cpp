@@ -50,10 +50,6 @@ PromoGridLine gfPromo_grid_line(const PromoPriceRecord &promo, Money regularPric
 
 Money gfcItem_list_price() { return gbIncludeTax ? gInventory.PriceIncTax : gInventory.Price; }
 
-bool gfbCompany_single_store() { return gCommon.MultiStore.trimmed().isEmpty() || gCommon.MultiStore == QLatin1String("N"); }
-
-bool gfbCompany_head_office() { return gCommon.MultiStore == QLatin1String("H"); }
-
 bool gfbPromo_delete_confirm()
 {
     return gfbConfirm(QStringLiteral("Are you sure you want to delete?"), QStringLiteral("Ready To Delete"));

@@ -6,9 +6,8 @@
 #include <QString>
 #include <optional>
 
-// What the promo list windows share: the texts of a promo row in their grids, the company's
-// store or head-office mode, the reading of a selection of promo rows, and the statements
-// by which expired promos go.
+// What the promo list windows share: the texts of a promo row in their grids, the reading of
+// a selection of promo rows, and the statements by which expired promos go.
 namespace qln {
 
 // "To", "By", "By Percent"; empty for a tombstone or an unknown type.
@@ -34,10 +33,6 @@ PromoGridLine gfPromo_grid_line(const PromoPriceRecord &promo, Money regularPric
 
 // The price the lists compare and show: with tax when the country shows prices with tax.
 Money gfcItem_list_price();
-
-// MultiStore of the company: "N" or a blank is one store, "H" a head office.
-bool gfbCompany_single_store();
-bool gfbCompany_head_office();
 
 // The Yes/No question before a promo goes.
 bool gfbPromo_delete_confirm();

@@ -5,6 +5,7 @@
 #include "platform/Clock.h"
 #include "platform/Messages.h"
 #include "promo/PromoList.h"
+#include "store/Common.h"
 #include "store/RecordOps.h"
 #include "store/StatementLog.h"
 

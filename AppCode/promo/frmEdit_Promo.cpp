@@ -5,6 +5,7 @@
 #include "common/Confirm.h"
 #include "common/DateForms.h"
 #include "common/FocusSelect.h"
+#include "common/FormControls.h"
 #include "common/FormKeys.h"
 #include "common/FormLook.h"
 #include "common/NumberFormat.h"
@@ -45,21 +46,6 @@ qint64 mflDate_YYYYYMMDD(const QDate &date)
     return (QString::number(date.year()) + QString::number(date.dayOfYear()) + date.toString(QStringLiteral("MMdd"))).toLongLong();
 }
 
-QPushButton *button(QWidget *form, const QString &name, const QString &caption)
-{
-    auto *b = new QPushButton(caption, form);
-    b->setObjectName(name);
-    b->setAutoDefault(false);
-    return b;
-}
-
-QLabel *label(QWidget *form, const QString &name, const QString &caption = QString())
-{
-    auto *l = new QLabel(caption, form);
-    l->setObjectName(name);
-    return l;
-}
-
 } // namespace
 
 frmEdit_Promo::frmEdit_Promo(QWidget *parent) : QDialog(parent)
@@ -68,9 +54,9 @@ frmEdit_Promo::frmEdit_Promo(QWidget *parent) : QDialog(parent)
     static const char *const captions[] = {"List Price", "Promo Price", "Starting Date", "Ending Date", "Item Cost",
                                            "Margin", "New Price", "Amount Off", "Percent Off"};
     for (int i = 0; i < 9; ++i)
-        lblEdit[i] = label(this, QStringLiteral("lblEdit(%1)").arg(i), QString::fromLatin1(captions[i]));
+        lblEdit[i] = gfForm_label(this, QStringLiteral("lblEdit(%1)").arg(i), QString::fromLatin1(captions[i]));
     for (int i = 0; i < 5; ++i)
-        lblItem[i] = label(this, QStringLiteral("lblItem(%1)").arg(i));
+        lblItem[i] = gfForm_label(this, QStringLiteral("lblItem(%1)").arg(i));
     for (int i = 0; i < 6; ++i) {
         txtEdit[i] = new QLineEdit(this);
         txtEdit[i]->setObjectName(QStringLiteral("txtEdit(%1)").arg(i));
@@ -91,10 +77,10 @@ frmEdit_Promo::frmEdit_Promo(QWidget *parent) : QDialog(parent)
         if (cmdAcceptCancel[0]->isEnabled())
             cmdAcceptCancel[0]->click();
     });
-    cmdAcceptCancel[0] = button(this, QStringLiteral("cmdAcceptCancel(0)"), QStringLiteral("F10 Accept"));
-    cmdAcceptCancel[1] = button(this, QStringLiteral("cmdAcceptCancel(1)"), QStringLiteral("Esc Cancel"));
-    cmdCalendar = button(this, QStringLiteral("cmdCalendar"), QStringLiteral("F2  Calendar"));
-    cmdHelp = button(this, QStringLiteral("cmdHelp"), QStringLiteral("F1 Help"));
+    cmdAcceptCancel[0] = gfCommand_button(this, QStringLiteral("cmdAcceptCancel(0)"), QStringLiteral("F10 Accept"));
+    cmdAcceptCancel[1] = gfCommand_button(this, QStringLiteral("cmdAcceptCancel(1)"), QStringLiteral("Esc Cancel"));
+    cmdCalendar = gfCommand_button(this, QStringLiteral("cmdCalendar"), QStringLiteral("F2  Calendar"));
+    cmdHelp = gfCommand_button(this, QStringLiteral("cmdHelp"), QStringLiteral("F1 Help"));
     connect(cmdAcceptCancel[0], &QPushButton::clicked, this, [this] { cmdAccept_Click(); });
     connect(cmdAcceptCancel[1], &QPushButton::clicked, this, &QDialog::reject);
     connect(cmdCalendar, &QPushButton::clicked, this, [this] { cmdCalendar_Click(); });

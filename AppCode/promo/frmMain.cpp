@@ -1,6 +1,7 @@
 #include "promo/frmMain.h"
 
 #include "common/DateForms.h"
+#include "common/FormControls.h"
 #include "common/FormKeys.h"
 #include "common/FormLook.h"
 #include "common/ItemNumber.h"
@@ -50,14 +51,6 @@ constexpr int kSortAscending = 1, kSortDescending = 2;
 constexpr qint64 kEventsEveryMs = 25;
 const QString kPriceForm = QStringLiteral("#######.00");
 
-QPushButton *button(QWidget *form, const QString &name, const QString &caption)
-{
-    auto *b = new QPushButton(caption, form);
-    b->setObjectName(name);
-    b->setAutoDefault(false);
-    return b;
-}
-
 QString mfsSearch_caption(int col)
 {
     switch (col) {
@@ -99,20 +92,20 @@ void frmMain::mpControls_create()
     }
     LblTraining = new QLabel(QStringLiteral("Training"), this);
     LblTraining->setObjectName(QStringLiteral("LblTraining"));
-    cmdItem = button(this, QStringLiteral("cmdItem"), QStringLiteral("F3  Select Item"));
-    CmdViewAll = button(this, QStringLiteral("CmdViewAll"), QStringLiteral("F4  View All Items"));
+    cmdItem = gfCommand_button(this, QStringLiteral("cmdItem"), QStringLiteral("F3  Select Item"));
+    CmdViewAll = gfCommand_button(this, QStringLiteral("CmdViewAll"), QStringLiteral("F4  View All Items"));
     Frame1 = new QGroupBox(QStringLiteral(" Item Promo"), this);
     Frame1->setObjectName(QStringLiteral("Frame1"));
     static const char *const editCaptions[] = {"F2 Add New ", "F8 Change", "F5 Delete"};
     for (int i = 0; i < 3; ++i)
-        cmdEdit[i] = button(Frame1, QStringLiteral("cmdEdit(%1)").arg(i), QString::fromLatin1(editCaptions[i]));
-    cmdPurge[0] = button(Frame1, QStringLiteral("cmdPurge(0)"), QStringLiteral("F6  Purge Expired Promos by Item"));
-    cmdPurge[1] = button(this, QStringLiteral("cmdPurge(1)"), QStringLiteral("F7  Purge All Expired Promos"));
-    cmdPrintTags = button(this, QStringLiteral("cmdPrintTags"), QStringLiteral("F9  Print Tags"));
-    cmdPrint = button(this, QStringLiteral("cmdPrint"), QStringLiteral("F11  Print List"));
+        cmdEdit[i] = gfCommand_button(Frame1, QStringLiteral("cmdEdit(%1)").arg(i), QString::fromLatin1(editCaptions[i]));
+    cmdPurge[0] = gfCommand_button(Frame1, QStringLiteral("cmdPurge(0)"), QStringLiteral("F6  Purge Expired Promos by Item"));
+    cmdPurge[1] = gfCommand_button(this, QStringLiteral("cmdPurge(1)"), QStringLiteral("F7  Purge All Expired Promos"));
+    cmdPrintTags = gfCommand_button(this, QStringLiteral("cmdPrintTags"), QStringLiteral("F9  Print Tags"));
+    cmdPrint = gfCommand_button(this, QStringLiteral("cmdPrint"), QStringLiteral("F11  Print List"));
     cmdPrint->setEnabled(false);
     cmdPrint->setToolTip(QStringLiteral("Not available yet"));
-    cmdQuit = button(this, QStringLiteral("cmdQuit"), QStringLiteral("Esc Cancel"));
+    cmdQuit = gfCommand_button(this, QStringLiteral("cmdQuit"), QStringLiteral("Esc Cancel"));
     chkExpired = new QCheckBox(QStringLiteral("Show Expired Promos on Grid"), this);
     chkExpired->setObjectName(QStringLiteral("chkExpired"));
     FraSearch = new QGroupBox(QStringLiteral("Search"), this);

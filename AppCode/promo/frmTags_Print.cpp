@@ -5,6 +5,7 @@
 #include "common/DateForms.h"
 #include "common/Files.h"
 #include "common/FocusSelect.h"
+#include "common/FormControls.h"
 #include "common/FormKeys.h"
 #include "common/FormLook.h"
 #include "common/ProcessState.h"
@@ -37,15 +38,6 @@ constexpr int kPromoByInvuidStart = 8;
 constexpr int kItemByRecordNum = 0;
 const QDate kFirstPromoDay(1990, 1, 1);
 
-QPushButton *commandButton(QWidget *form, const char *name, const char *caption)
-{
-    auto *button = new QPushButton(QString::fromLatin1(caption), form);
-    button->setObjectName(QString::fromLatin1(name));
-    // Enter belongs to the date boxes, not to a default button.
-    button->setAutoDefault(false);
-    return button;
-}
-
 } // namespace
 
 frmTags_Print::frmTags_Print(QWidget *parent) : QDialog(parent)
@@ -64,8 +56,8 @@ frmTags_Print::frmTags_Print(QWidget *parent) : QDialog(parent)
         dates->addWidget(lblEdit[i], 0, i);
         dates->addWidget(txtEdit[i], 1, i);
     }
-    cmdCalendar = commandButton(panel, "cmdCalendar", "F2 Calendar");
-    cmdAccept = commandButton(panel, "cmdAccept", "&Accept");
+    cmdCalendar = gfCommand_button(panel, QStringLiteral("cmdCalendar"), QStringLiteral("F2 Calendar"));
+    cmdAccept = gfCommand_button(panel, QStringLiteral("cmdAccept"), QStringLiteral("&Accept"));
     SSCheck1 = new QCheckBox(QStringLiteral("Include Post Dated Promos"), panel);
     SSCheck1->setObjectName(QStringLiteral("SSCheck1"));
     dates->addWidget(cmdCalendar, 1, 2);
@@ -79,10 +71,10 @@ frmTags_Print::frmTags_Print(QWidget *parent) : QDialog(parent)
     prgRecords->setObjectName(QStringLiteral("prgRecords"));
     prgRecords->setTextVisible(false);
 
-    cmdPrint = commandButton(this, "cmdPrint", "F5  Labrix");
-    cmdPrintList = commandButton(this, "cmdPrintList", "F9  Print List");
-    cmdExit = commandButton(this, "cmdExit", "Esc Cancel");
-    cmdHelp = commandButton(this, "cmdHelp", "&Help");
+    cmdPrint = gfCommand_button(this, QStringLiteral("cmdPrint"), QStringLiteral("F5  Labrix"));
+    cmdPrintList = gfCommand_button(this, QStringLiteral("cmdPrintList"), QStringLiteral("F9  Print List"));
+    cmdExit = gfCommand_button(this, QStringLiteral("cmdExit"), QStringLiteral("Esc Cancel"));
+    cmdHelp = gfCommand_button(this, QStringLiteral("cmdHelp"), QStringLiteral("&Help"));
     auto *buttons = new QHBoxLayout;
     for (QPushButton *button : {cmdPrint, cmdPrintList, cmdHelp, cmdExit})
         buttons->addWidget(button);

@@ -1,5 +1,6 @@
 #include "shell/FrmMenu.h"
 
+#include "common/FormControls.h"
 #include "common/FormKeys.h"
 #include "common/FormLook.h"
 #include "common/ProcessState.h"
@@ -31,8 +32,7 @@ constexpr PromoKind kKinds[FrmMenu::kPromoKinds] = {
 
 QPushButton *commandButton(QWidget *form, const QString &name, const QString &caption)
 {
-    auto *button = new QPushButton(caption, form);
-    button->setObjectName(name);
+    QPushButton *button = gfCommand_button(form, name, caption);
     button->setMinimumWidth(160);
     return button;
 }

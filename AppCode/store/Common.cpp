@@ -98,4 +98,8 @@ bool gfbCommon_Read()
     return true;
 }
 
+bool gfbCompany_single_store() { return gCommon.MultiStore.trimmed().isEmpty() || gCommon.MultiStore == QLatin1String("N"); }
+
+bool gfbCompany_head_office() { return gCommon.MultiStore == QLatin1String("H"); }
+
 } // namespace qln

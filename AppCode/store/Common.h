@@ -124,4 +124,8 @@ QString gfsCommon_values();
 // the table holds no row.
 bool gfbCommon_Read();
 
+// MultiStore of the company: "N" or a blank is one store, "H" a head office.
+bool gfbCompany_single_store();
+bool gfbCompany_head_office();
+
 } // namespace qln

@@ -1,10 +1,17 @@
 #include "lookup/frm_Lookup.h"
 
+#include "DemoData.h"
 #include "lookup/FlexGrid.h"
 #include "lookup/InventoryPick.h"
 #include "lookup/LookupFixture.h"
 #include "platform/ModalRunner.h"
+#include "shell/ProcessReset.h"
+#include "shell/Startup.h"
+#include "store/Common.h"
+#include "support/ScriptedMessages.h"
+#include "support/TestDatabase.h"
 
+#include <QComboBox>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
@@ -17,6 +24,7 @@ namespace {
 QLineEdit *edit(QWidget &form, const char *name) { return form.findChild<QLineEdit *>(QString::fromLatin1(name)); }
 FlexGrid *grid(QWidget &form) { return form.findChild<FlexGrid *>(QStringLiteral("fgrdItems")); }
 QString selectedDescription(QWidget &form) { return grid(form)->TextMatrix(grid(form)->Row(), iFirstCol).trimmed(); }
+QPushButton *command(QWidget &form, const char *name) { return form.findChild<QPushButton *>(QString::fromLatin1(name)); }
 
 class LookupWindow : public LookupStore {
 protected:
@@ -36,7 +44,106 @@ protected:
     }
 };
 
+// A head office's demo set, its ZOR.INI naming the stores it looks into.
+class LookupHeadOffice : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        gpProcess_reset();
+        gsAppPath = program.path();
+        const ConnectionInfo &i = db.info();
+        demo::DemoOptions o;
+        o.path = db.dataPath(), o.items = 60, o.promos = 0, o.headOffice = true;
+        o.provider = i.provider, o.server = i.server, o.user = i.user, o.database = i.database;
+        demo::DemoReport report;
+        QString error;
+        ASSERT_TRUE(demo::gfbDemo_build(o, report, error)) << error.toStdString();
+        gpProcess_reset();
+        ASSERT_TRUE(gfbStartup_prepare(QStringLiteral("/DATAPATH=") + db.dataPath()));
+        ASSERT_TRUE(gZorIni.WriteData(QStringLiteral("LOOKUP"), QStringLiteral("SALESHEAD"),
+                                      QStringLiteral("12 Downtown|Uptown| 14 |")));
+        gpLookupState_reset(false);
+        boxes.clear();
+    }
+    void TearDown() override
+    {
+        gpLookupState_reset();
+        gpProcess_reset();
+    }
+
+    TestDatabase db;
+    QTemporaryDir program;
+    ScriptedMessages boxes;
+};
+
 } // namespace
+
+TEST_F(LookupHeadOffice, AnotherStoreChosenRetitlesTheWindowAndReadsTheListAgain)
+{
+    frm_Lookup form;
+    form.show();
+    QPushButton *select = command(form, "cmdAction(2)");
+    auto *stores = form.findChild<QComboBox *>(QStringLiteral("CboStore"));
+    QLineEdit *search = edit(form, "txtEditValue");
+    EXPECT_EQ(form.windowTitle(), QStringLiteral("Inventory Lookup Store 1"));
+    EXPECT_EQ(select->text(), QStringLiteral("Select Store"));
+    EXPECT_TRUE(select->isVisible() && select->isEnabled());
+    EXPECT_FALSE(stores->isVisible());
+
+    // A text already on screen only moves the selection; a new store must read the list anew.
+    const QString wanted = grid(form)->TextMatrix(5, 0).trimmed();
+    QTest::keyClicks(search, wanted);
+    ASSERT_NE(grid(form)->TextMatrix(1, 0).trimmed(), wanted);
+
+    select->click();
+    ASSERT_TRUE(stores->isVisible());
+    QStringList texts;
+    QList<int> numbers;
+    for (int i = 0; i < stores->count(); ++i)
+        texts << stores->itemText(i), numbers << stores->itemData(i).toInt();
+    EXPECT_EQ(texts, strings({"12 Downtown", "14", "HUB/*ALL"}));
+    EXPECT_EQ(numbers, (QList<int>{12, 14, 1}));
+    EXPECT_EQ(stores->currentIndex(), 2) << "the list opens on the home store";
+
+    const quint64 before = dbConnection().statementCount();
+    emit stores->activated(2);
+    EXPECT_EQ(dbConnection().statementCount(), before) << "the same store again does nothing";
+    EXPECT_EQ(form.windowTitle(), QStringLiteral("Inventory Lookup Store 1"));
+    EXPECT_TRUE(stores->isVisible());
+
+    QTest::keyClick(stores, Qt::Key_Home);
+    EXPECT_EQ(form.windowTitle(), QStringLiteral("12 Lookup Store Quillon"));
+    EXPECT_FALSE(stores->isVisible());
+    EXPECT_EQ(grid(form)->TextMatrix(1, 0).trimmed(), wanted) << "the list is read again at the search text";
+    EXPECT_FALSE(command(form, "cmdAdd")->isEnabled()) << "nothing is added from here, whatever the store";
+    QTest::keyClick(search, Qt::Key_F5);
+    EXPECT_EQ(form.windowTitle(), QStringLiteral("12 Lookup Store Quillon")) << "a new sort keeps the store";
+
+    select->click();
+    EXPECT_EQ(stores->currentIndex(), 0) << "the list opens on the store shown";
+    QTest::keyClick(stores, Qt::Key_End);
+    EXPECT_EQ(form.windowTitle(), QStringLiteral("1 Lookup Store Quillon"));
+    EXPECT_FALSE(command(form, "cmdAdd")->isEnabled());
+    EXPECT_TRUE(boxes.shown().isEmpty()) << boxes.texts().join(QLatin1Char('\n')).toStdString();
+}
+
+TEST_F(LookupHeadOffice, NoStoreIsChosenWhenFindingAnItemOrOutsideAHeadOffice)
+{
+    {
+        gpLookupState_reset(true);
+        frm_Lookup form;
+        form.show();
+        EXPECT_EQ(form.windowTitle(), QStringLiteral("Find Inventory Item"));
+        EXPECT_FALSE(command(form, "cmdAction(2)")->isVisible());
+    }
+    gCommon.MultiStore = QStringLiteral("N");
+    gpLookupState_reset(false);
+    frm_Lookup form;
+    form.show();
+    EXPECT_EQ(form.windowTitle(), QStringLiteral("Inventory Lookup"));
+    EXPECT_EQ(command(form, "cmdAction(2)")->text(), QStringLiteral("Pricing Utilities"));
+    EXPECT_FALSE(command(form, "cmdAction(2)")->isEnabled());
+}
 
 TEST_F(LookupWindow, TypingADescriptionFindsTheItemAndEnterReturnsIt)
 {

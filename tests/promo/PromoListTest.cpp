@@ -57,17 +57,3 @@ TEST(PromoList, TombstoneStatementKeepsTheTableExpressionInsideItsText)
                              "poll='Y'  WHERE invuid = 18"));
     EXPECT_TRUE(gfsPromo_tombstone_sql(QStringLiteral("x"), 18, false).endsWith(QStringLiteral(",poll='Y' WHERE invuid = 18")));
 }
-
-TEST(PromoList, StoreModeFromTheCompanyRecord)
-{
-    for (const char *single : {"N", " ", ""}) {
-        gCommon.MultiStore = QString::fromLatin1(single);
-        EXPECT_TRUE(gfbCompany_single_store());
-        EXPECT_FALSE(gfbCompany_head_office());
-    }
-    gCommon.MultiStore = QStringLiteral("H");
-    EXPECT_TRUE(gfbCompany_head_office() && !gfbCompany_single_store());
-    gCommon.MultiStore = QStringLiteral("Y"); // neither: no polling question, and promos become tombstones
-    EXPECT_FALSE(gfbCompany_head_office() || gfbCompany_single_store());
-    gCommon = CommonRecord();
-}

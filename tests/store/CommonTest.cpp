@@ -74,3 +74,17 @@ TEST_F(CompanyTable, TheRecordGoesToItsColumnsAndGivesTheStoreNumber)
     EXPECT_EQ(gfiDB_RecordCount(kCommonTable), 1);
     EXPECT_FALSE(QFile::exists(db.file(QStringLiteral("PVSW.log"))));
 }
+
+TEST(CompanyMode, StoreModeFromTheCompanyRecord)
+{
+    for (const char *single : {"N", " ", ""}) {
+        gCommon.MultiStore = QString::fromLatin1(single);
+        EXPECT_TRUE(gfbCompany_single_store());
+        EXPECT_FALSE(gfbCompany_head_office());
+    }
+    gCommon.MultiStore = QStringLiteral("H");
+    EXPECT_TRUE(gfbCompany_head_office() && !gfbCompany_single_store());
+    gCommon.MultiStore = QStringLiteral("Y"); // neither: no polling question, and promos become tombstones
+    EXPECT_FALSE(gfbCompany_head_office() || gfbCompany_single_store());
+    gCommon = CommonRecord();
+}
