@@ -146,6 +146,36 @@ protected:
 
 } // namespace
 
+// The road from the menu: no item yet, F3 finds one in the lookup by its description.
+TEST_F(ItemPromos, F3FindsTheItemInTheLookupAndListsItsPromos)
+{
+    addPromo(kToday, kToday.addDays(6), kChangeBy, Money::fromWhole(2), 1);
+    ASSERT_EQ(gfiInventory_BySL(kSL, true), -1);
+    const QString description = gInventory.Description.trimmed();
+    gbItemMode = false;
+    frmMain form;
+    form.show();
+    EXPECT_EQ(grid(form).Rows(), 2);
+    EXPECT_TRUE(grid(form).TextMatrix(1, 4).isEmpty()) << "nothing listed before an item is chosen";
+    QString lookupTitle;
+    {
+        ScopedModalScript lookup([&](QDialog &window) {
+            lookupTitle = window.windowTitle();
+            auto *search = child<QLineEdit>(window, QStringLiteral("txtEditValue"));
+            QTest::keyClicks(search, description);
+            QTest::keyClick(search, Qt::Key_Return);
+        });
+        QTest::keyClick(&form, Qt::Key_F3);
+    }
+    EXPECT_EQ(lookupTitle, QStringLiteral("Find Inventory Item"));
+    EXPECT_EQ(gsSL, kSL);
+    EXPECT_EQ(label(form, QStringLiteral("lblEditData(0)")), QStringLiteral("1000000.7"));
+    EXPECT_EQ(label(form, QStringLiteral("lblEditData(2)")).trimmed(), description);
+    ASSERT_EQ(grid(form).Rows(), 2);
+    EXPECT_EQ(grid(form).TextMatrix(1, 4), shortDate(kToday));
+    EXPECT_EQ(grid(form).TextMatrix(1, 3), QStringLiteral("8.00"));
+}
+
 TEST_F(ItemPromos, OnePromoFromTheEditorToTheTableAndBackIntoTheGrid)
 {
     const qint32 highest = 41;
