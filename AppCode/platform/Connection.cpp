@@ -317,9 +317,11 @@ bool Connection::prepareShape(Shape &shape, const QString &placeholders)
     }
     sqlite3_stmt *statement = nullptr;
     const QByteArray utf8 = placeholders.toUtf8();
-    if (sqlite3_prepare_v3(m_sqlite, utf8.constData(), int(utf8.size()), SQLITE_PREPARE_PERSISTENT, &statement, nullptr)
+    const char *tail = nullptr;
+    // A second statement behind the first goes the driver's way, which refuses it.
+    if (sqlite3_prepare_v3(m_sqlite, utf8.constData(), int(utf8.size()), SQLITE_PREPARE_PERSISTENT, &statement, &tail)
             != SQLITE_OK
-        || !statement) {
+        || !statement || !QByteArray(tail).trimmed().isEmpty()) {
         sqlite3_finalize(statement);
         return false;
     }
