@@ -274,7 +274,7 @@ void frmMain::mpItem_list_fill(bool bQuiet)
     if (gfiDB_RecordCount(kPromoTable) > 0) {
         QString sql = QStringLiteral("SELECT * FROM PromoPrices WHERE Invuid=") + QString::number(gInventory.RecordNum);
         if (!chkExpired->isChecked())
-            sql += QStringLiteral("AND EndDate >='") + gfsDate_server_text(Clock::today()) + QLatin1Char('\'');
+            sql += QStringLiteral("AND EndDate >='") + gfsDate_sql(Clock::now()) + QLatin1Char('\'');
         QList<PromoPriceRecord> rows;
         gfbPromo_rows_read(sql, rows);
         int count = 0;

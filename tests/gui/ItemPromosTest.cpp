@@ -176,6 +176,18 @@ TEST_F(ItemPromos, F3FindsTheItemInTheLookupAndListsItsPromos)
     EXPECT_EQ(grid(form).TextMatrix(1, 3), QStringLiteral("8.00"));
 }
 
+// The item list asks for promos that end at or after this very moment, so one ending today
+// (at midnight) has left it; the All Items list tests by day and keeps it.
+TEST_F(ItemPromos, APromoEndingTodayHasLeftTheItemListButNotAllItems)
+{
+    addPromo(kToday.addDays(-3), kToday, kChangeBy, Money::fromWhole(1), 1);
+    auto form = openOnItem();
+    EXPECT_TRUE(grid(*form).TextMatrix(1, 4).isEmpty());
+    QTest::keyClick(form.get(), Qt::Key_F4);
+    EXPECT_EQ(grid(*form).TextMatrix(1, 0), QStringLiteral("1000000.7"));
+    EXPECT_EQ(grid(*form).TextMatrix(1, 5), shortDate(kToday));
+}
+
 TEST_F(ItemPromos, OnePromoFromTheEditorToTheTableAndBackIntoTheGrid)
 {
     const qint32 highest = 41;
