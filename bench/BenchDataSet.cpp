@@ -27,14 +27,9 @@ const QString &gsDemo_path()
             SaveSetting(kZorSettings, QStringLiteral("DATABASE"), QStringLiteral("DBName"), QStringLiteral("ZORDATA1"));
             return given;
         }
-        demo::DemoOptions o;
-        o.path = scratch.dataPath();
-        o.items = fromEnvironment("QUILLON_BENCH_ITEMS", 1000000);
+        demo::DemoOptions o =
+            demo::gfDemo_options(scratch.info(), scratch.dataPath(), fromEnvironment("QUILLON_BENCH_ITEMS", 1000000));
         o.promos = fromEnvironment("QUILLON_BENCH_PROMOS", 100000);
-        o.provider = scratch.info().provider;
-        o.server = scratch.info().server;
-        o.user = scratch.info().user;
-        o.database = scratch.info().database;
         demo::DemoReport report;
         QString error;
         return demo::gfbDemo_build(o, report, error) ? o.path : QString();

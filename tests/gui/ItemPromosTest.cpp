@@ -66,10 +66,8 @@ protected:
         gpProcess_reset();
         Clock::setFixed(QDateTime(kToday, QTime(10, 30)));
         gsAppPath = program.path();
-        const ConnectionInfo &i = db.info();
-        demo::DemoOptions o;
-        o.path = db.dataPath(), o.items = 50, o.promos = 0;
-        o.provider = i.provider, o.server = i.server, o.user = i.user, o.database = i.database;
+        demo::DemoOptions o = demo::gfDemo_options(db.info(), db.dataPath(), 50);
+        o.promos = 0;
         demo::DemoReport report;
         QString error;
         ASSERT_TRUE(demo::gfbDemo_build(o, report, error)) << error.toStdString();

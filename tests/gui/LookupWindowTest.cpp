@@ -51,10 +51,8 @@ protected:
     {
         gpProcess_reset();
         gsAppPath = program.path();
-        const ConnectionInfo &i = db.info();
-        demo::DemoOptions o;
-        o.path = db.dataPath(), o.items = 60, o.promos = 0, o.headOffice = true;
-        o.provider = i.provider, o.server = i.server, o.user = i.user, o.database = i.database;
+        demo::DemoOptions o = demo::gfDemo_options(db.info(), db.dataPath(), 60);
+        o.promos = 0, o.headOffice = true;
         demo::DemoReport report;
         QString error;
         ASSERT_TRUE(demo::gfbDemo_build(o, report, error)) << error.toStdString();

@@ -83,10 +83,7 @@ protected:
     {
         gpProcess_reset();
         Clock::setFixed(QDateTime(kToday, QTime(10, 30)));
-        const ConnectionInfo &i = db.info();
-        demo::DemoOptions o;
-        o.path = db.dataPath(), o.items = 200;
-        o.provider = i.provider, o.server = i.server, o.user = i.user, o.database = i.database;
+        demo::DemoOptions o = demo::gfDemo_options(db.info(), db.dataPath(), 200);
         demo::DemoReport report;
         QString error;
         ASSERT_TRUE(demo::gfbDemo_build(o, report, error)) << error.toStdString();

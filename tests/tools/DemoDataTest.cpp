@@ -27,17 +27,7 @@ protected:
         dbConnection().close();
         Clock::setFixed(QDateTime());
     }
-    demo::DemoOptions options(int items) const
-    {
-        demo::DemoOptions o;
-        o.path = db.dataPath();
-        o.items = items;
-        o.provider = db.info().provider;
-        o.server = db.info().server;
-        o.user = db.info().user;
-        o.database = db.info().database;
-        return o;
-    }
+    demo::DemoOptions options(int items) const { return demo::gfDemo_options(db.info(), db.dataPath(), items); }
     // One number per question, the way a user of the data set would ask it.
     int count(const QString &where, const QString &table = QStringLiteral("PromoPrices"))
     {

@@ -698,4 +698,16 @@ bool gfbDemo_build(const DemoOptions &o, DemoReport &report, QString &error, con
     return true;
 }
 
+DemoOptions gfDemo_options(const ConnectionInfo &connection, const QString &dataPath, int items)
+{
+    DemoOptions o;
+    o.path = dataPath;
+    o.items = items;
+    o.provider = connection.provider;
+    o.server = connection.server;
+    o.user = connection.user;
+    o.database = connection.database;
+    return o;
+}
+
 } // namespace qln::demo

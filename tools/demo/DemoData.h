@@ -1,4 +1,5 @@
 #pragma once
+#include "platform/Connection.h"
 #include "platform/SqlDialect.h"
 
 #include <QString>
@@ -20,6 +21,9 @@ struct DemoOptions {
     QString database = QStringLiteral("ZORDATA1");
     bool saveSettings = false;    // point this user's "ZOR Settings" at the set
 };
+
+// The options of a set written into dataPath, on the database that `connection` names.
+DemoOptions gfDemo_options(const ConnectionInfo &connection, const QString &dataPath, int items);
 
 struct DemoReport {
     int items = 0, upcs = 0, departments = 0, matrices = 0, promos = 0;
