@@ -65,13 +65,23 @@ void count(benchmark::State &state, quint64 before, qint64 actions)
     state.counters["statements"] = benchmark::Counter(double(dbConnection().statementCount() - before) / double(actions));
 }
 
+// The lookup opened on the run's data set; false (the benchmark skipped) without one.
+bool lookupReady(benchmark::State &state, NullView &view)
+{
+    if (descriptions().isEmpty()) {
+        state.SkipWithError("no data set");
+        return false;
+    }
+    lookupOpen(view);
+    return true;
+}
+
 void BM_Lookup_Keystroke(benchmark::State &state)
 {
     test::ScriptedMessages boxes;
-    if (descriptions().isEmpty())
-        return state.SkipWithError("no data set");
     NullView view;
-    lookupOpen(view);
+    if (!lookupReady(state, view))
+        return;
     int i = 0;
     const quint64 before = dbConnection().statementCount();
     for (auto _ : state)
@@ -82,10 +92,9 @@ void BM_Lookup_Keystroke(benchmark::State &state)
 void pageOrLine(benchmark::State &state, int direction)
 {
     test::ScriptedMessages boxes;
-    if (descriptions().isEmpty())
-        return state.SkipWithError("no data set");
     NullView view;
-    lookupOpen(view);
+    if (!lookupReady(state, view))
+        return;
     int i = 0;
     qint64 moves = 0;
     quint64 sent = 0;
