@@ -66,6 +66,14 @@ ColumnInfo parseColumn(const QString &name, const QString &declared)
         else if (c.type == QLatin1String("DECIMAL") || c.type == QLatin1String("NUMERIC"))
             c.scale = 0;
     }
+    if (c.type == QLatin1String("CHAR") || c.type == QLatin1String("NCHAR"))
+        c.kind = ColumnInfo::Char;
+    else if (c.type == QLatin1String("DATETIME"))
+        c.kind = ColumnInfo::DateTime;
+    else if (c.type == QLatin1String("DECIMAL") || c.type == QLatin1String("NUMERIC") || c.type == QLatin1String("MONEY")) {
+        c.kind = ColumnInfo::Decimal;
+        c.decimals = c.type == QLatin1String("MONEY") ? 4 : qMax(c.scale, 0);
+    }
     return c;
 }
 
@@ -336,28 +344,6 @@ bool Connection::prepareShape(Shape &shape, const QString &placeholders)
     return true;
 }
 
-namespace {
-
-// The values as Qt's own SQLite driver gives them, so that a record set reads the same
-// whichever way its rows came.
-QVariant sqliteValue(sqlite3_stmt *statement, int column)
-{
-    switch (sqlite3_column_type(statement, column)) {
-    case SQLITE_INTEGER: return qint64(sqlite3_column_int64(statement, column));
-    case SQLITE_FLOAT: return sqlite3_column_double(statement, column);
-    case SQLITE_NULL: return QVariant(QMetaType::fromType<QString>());
-    case SQLITE_BLOB:
-        return QByteArray(static_cast<const char *>(sqlite3_column_blob(statement, column)),
-                          sqlite3_column_bytes(statement, column));
-    default:
-        // The file holds UTF-8: decoding it here is cheaper than SQLite's own conversion.
-        return QString::fromUtf8(reinterpret_cast<const char *>(sqlite3_column_text(statement, column)),
-                                 sqlite3_column_bytes(statement, column));
-    }
-}
-
-} // namespace
-
 bool Connection::readSqlite(const Shape &shape, const QVariantList &values, const QString &tsql, SelectResult &result)
 {
     sqlite3_stmt *statement = shape.statement.get();
@@ -375,12 +361,8 @@ bool Connection::readSqlite(const Shape &shape, const QVariantList &values, cons
     const int visible = int(shape.names.size());
     int step;
     while ((step = sqlite3_step(statement)) == SQLITE_ROW) {
-        std::vector<QVariant> row;
-        row.reserve(size_t(visible));
-        for (int i = 0; i < visible; ++i)
-            row.push_back(sqliteValue(statement, i));
-        result.rows.push_back(std::move(row));
-        result.locators.push_back(shape.rowidAt >= 0 ? sqliteValue(statement, shape.rowidAt) : QVariant());
+        result.rows.push_back(RowValues::fromSqlite(statement, visible));
+        result.locators.push_back(shape.rowidAt >= 0 ? QVariant(qint64(sqlite3_column_int64(statement, shape.rowidAt))) : QVariant());
         result.versions.emplace_back();
     }
     // A statement left unreset would hold its read transaction open.
@@ -409,7 +391,7 @@ bool Connection::readQuery(QSqlQuery &query, const QString &tsql, SelectResult &
         row.reserve(size_t(visible));
         for (int i = 0; i < visible; ++i)
             row.push_back(query.value(i));
-        result.rows.push_back(std::move(row));
+        result.rows.push_back(RowValues::fromVariants(std::move(row)));
         result.locators.push_back(rowidAt >= 0 ? query.value(rowidAt) : ctidAt >= 0 ? query.value(ctidAt) : QVariant());
         result.versions.push_back(xminAt >= 0 ? query.value(xminAt) : QVariant());
     }

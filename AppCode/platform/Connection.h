@@ -1,5 +1,6 @@
 #pragma once
 #include "platform/DbError.h"
+#include "platform/RowValues.h"
 #include "platform/SqlDialect.h"
 
 #include <QHash>
@@ -32,13 +33,16 @@ struct ColumnInfo {
     QString type; // upper-cased declared type name
     int width = 0;
     int scale = -1;
+    // How a record set gives the column's values back (see Recordset::value).
+    enum Kind : quint8 { Plain, Char, DateTime, Decimal } kind = Plain;
+    int decimals = 0; // of a Decimal
 };
 
 // The answer to a query, read whole.
 struct SelectResult {
     QString table;     // the one table whose rows can be written back; empty for others
     QStringList names; // the columns as the engine names them
-    std::vector<std::vector<QVariant>> rows;
+    std::vector<RowValues> rows;
     std::vector<QVariant> locators; // each row's rowid or ctid, when `table` is set
     std::vector<QVariant> versions; // each row's xmin on PostgreSQL
 };

@@ -1,6 +1,10 @@
 #include "platform/Recordset.h"
 
 #include <QDateTime>
+#include <algorithm>
+#include <cmath>
+#include <optional>
+#include <type_traits>
 #include <QRegularExpression>
 #include <QSqlError>
 #include <QSqlQuery>
@@ -10,16 +14,28 @@ namespace qln {
 namespace {
 
 // "yyyy-MM-dd HH:mm:ss", the form both engines give back, read without a format parser:
-// long lists read hundreds of thousands of dates.
-QDateTime plainDateTime(const QString &t)
+// long lists read hundreds of thousands of dates. `at` gives the character at a position.
+template <class Text>
+QDateTime plainDateTime(const Text &t)
 {
     static constexpr int kDigits[] = {0, 1, 2, 3, 5, 6, 8, 9, 11, 12, 14, 15, 17, 18};
-    if (t.size() != 19 || t[4] != QLatin1Char('-') || t[7] != QLatin1Char('-') || t[13] != QLatin1Char(':') || t[16] != QLatin1Char(':'))
+    auto at = [&](int i) -> char16_t {
+        if constexpr (std::is_same_v<Text, QStringView>)
+            return t[i].unicode();
+        else
+            return char16_t(uchar(t[i]));
+    };
+    if (t.size() != 19 || at(4) != u'-' || at(7) != u'-' || at(13) != u':' || at(16) != u':')
         return QDateTime();
     for (int i : kDigits)
-        if (!t[i].isDigit())
+        if (at(i) < u'0' || at(i) > u'9')
             return QDateTime();
-    auto number = [&](int from, int length) { return QStringView(t).mid(from, length).toInt(); };
+    auto number = [&](int from, int length) {
+        int n = 0;
+        for (int i = from; i < from + length; ++i)
+            n = n * 10 + (at(i) - u'0');
+        return n;
+    };
     const QDate date(number(0, 4), number(5, 2), number(8, 2));
     const QTime time(number(11, 2), number(14, 2), number(17, 2));
     return date.isValid() && time.isValid() ? QDateTime(date, time) : QDateTime();
@@ -27,7 +43,7 @@ QDateTime plainDateTime(const QString &t)
 
 QDateTime parseDateTime(const QString &text)
 {
-    if (const QDateTime plain = plainDateTime(text); plain.isValid())
+    if (const QDateTime plain = plainDateTime(QStringView(text)); plain.isValid())
         return plain;
     QString t = text.trimmed();
     t.replace(QLatin1Char('T'), QLatin1Char(' '));
@@ -39,9 +55,19 @@ QDateTime parseDateTime(const QString &text)
     return QDateTime();
 }
 
-bool isDecimalType(const QString &type)
+// A decimal's text as the server gives it ("12.3400"), read as an amount: the digits past the
+// column's scale are rounded off first. Exact where the engine's number is not close to
+// half a step, which is where the text would be needed; nullopt there.
+std::optional<Money> decimalMoney(double value, int decimals)
 {
-    return type == QLatin1String("DECIMAL") || type == QLatin1String("NUMERIC") || type == QLatin1String("MONEY");
+    static constexpr double kSteps[] = {1, 10, 100, 1000, 10000};
+    if (decimals > 4 || !(std::fabs(value) < 1e14))
+        return std::nullopt;
+    const double scaled = value * kSteps[decimals];
+    const double whole = std::nearbyint(scaled);
+    if (std::fabs(scaled - whole) >= 0.25)
+        return std::nullopt;
+    return Money::fromUnits(qint64(whole) * qint64(kSteps[4 - decimals]));
 }
 
 } // namespace
@@ -77,21 +103,27 @@ bool Recordset::open(Connection &connection, const QString &tsql)
     m_rows = std::move(answer.rows);
     m_locator = std::move(answer.locators);
     m_version = std::move(answer.versions);
-    const int visible = int(answer.names.size());
+    m_names = answer.names;
     if (!m_table.isEmpty()) {
         m_columns = connection.columns(m_table);
-        if (m_columns.size() != visible)
+        if (m_columns.size() != m_names.size())
             m_columns.clear();
     }
-    for (int i = 0; i < visible; ++i)
-        m_names << (m_columns.isEmpty() ? answer.names[i] : m_columns[i].name);
     return true;
+}
+
+// The declared name where the table is known: PostgreSQL gives back folded names.
+QString Recordset::fieldName(int ordinal) const
+{
+    if (ordinal < 0 || ordinal >= fieldCount())
+        return QString();
+    return m_columns.isEmpty() ? m_names[ordinal] : m_columns[ordinal].name;
 }
 
 int Recordset::fieldIndex(const QString &name) const
 {
-    for (int i = 0; i < m_names.size(); ++i)
-        if (m_names[i].compare(name, Qt::CaseInsensitive) == 0)
+    for (int i = 0; i < fieldCount(); ++i)
+        if (fieldName(i).compare(name, Qt::CaseInsensitive) == 0)
             return i;
     return -1;
 }
@@ -101,15 +133,16 @@ QVariant Recordset::normalise(int ordinal, const QVariant &raw) const
     if (raw.isNull() || m_columns.isEmpty())
         return raw;
     const ColumnInfo &c = m_columns[ordinal];
-    if (c.type == QLatin1String("CHAR") || c.type == QLatin1String("NCHAR")) {
+    switch (c.kind) {
+    case ColumnInfo::Char: {
         const QString s = raw.toString();
         return s.size() < c.width ? s.leftJustified(c.width, QLatin1Char(' ')) : s;
     }
-    if (c.type == QLatin1String("DATETIME") && raw.typeId() != QMetaType::QDateTime)
-        return parseDateTime(raw.toString());
-    if (isDecimalType(c.type) && m_connection->provider() == Provider::SQLite) {
-        const int scale = c.type == QLatin1String("MONEY") ? 4 : qMax(c.scale, 0);
-        return QString::number(raw.toDouble(), 'f', scale);
+    case ColumnInfo::DateTime:
+        return raw.typeId() == QMetaType::QDateTime ? raw : QVariant(parseDateTime(raw.toString()));
+    case ColumnInfo::Decimal:
+        return m_connection->provider() == Provider::SQLite ? QVariant(QString::number(raw.toDouble(), 'f', c.decimals)) : raw;
+    case ColumnInfo::Plain: break;
     }
     return raw;
 }
@@ -121,7 +154,99 @@ QVariant Recordset::value(int ordinal) const
     for (const auto &[field, value] : m_dirty)
         if (field == ordinal)
             return value;
-    return normalise(ordinal, m_rows[m_position][ordinal]);
+    return normalise(ordinal, m_rows[m_position].value(ordinal));
+}
+
+const RowValues *Recordset::plainRow() const
+{
+    return m_position >= 0 && m_position < recordCount() && m_dirty.empty() ? &m_rows[m_position] : nullptr;
+}
+
+void Recordset::readText(int ordinal, int width, QString &into) const
+{
+    const RowValues *row = plainRow();
+    const bool plain = row && width > 0 && ordinal >= 0 && ordinal < fieldCount() &&
+                       (kind(ordinal) == ColumnInfo::Plain || kind(ordinal) == ColumnInfo::Char) &&
+                       (row->kind(ordinal) == RowValues::Text || row->kind(ordinal) == RowValues::Null);
+    if (plain) {
+        // A CHAR column's padding is cut or extended to the field's width all the same.
+        const QByteArrayView bytes = row->kind(ordinal) == RowValues::Text ? row->bytes(ordinal) : QByteArrayView();
+        const qsizetype used = qMin<qsizetype>(bytes.size(), width);
+        if (std::all_of(bytes.begin(), bytes.begin() + used, [](char c) { return uchar(c) < 0x80; })) {
+            auto same = [&] {
+                if (into.size() != width)
+                    return false;
+                for (qsizetype i = 0; i < width; ++i)
+                    if (into[i].unicode() != (i < used ? char16_t(bytes[i]) : u' '))
+                        return false;
+                return true;
+            };
+            if (same())
+                return;
+            into.resize(width);
+            QChar *out = into.data();
+            for (qsizetype i = 0; i < width; ++i)
+                out[i] = QLatin1Char(i < used ? bytes[i] : ' ');
+            return;
+        }
+    }
+    into = value(ordinal).toString().leftJustified(width, QLatin1Char(' '), true);
+}
+
+qint32 Recordset::readInteger(int ordinal) const
+{
+    if (const RowValues *row = plainRow(); row && ordinal >= 0 && ordinal < fieldCount() && kind(ordinal) == ColumnInfo::Plain) {
+        if (row->kind(ordinal) == RowValues::Integer)
+            return qint32(row->integer(ordinal));
+        if (row->kind(ordinal) == RowValues::Null)
+            return 0;
+    }
+    return value(ordinal).toInt();
+}
+
+double Recordset::readReal(int ordinal) const
+{
+    if (const RowValues *row = plainRow(); row && ordinal >= 0 && ordinal < fieldCount() && kind(ordinal) == ColumnInfo::Plain) {
+        switch (row->kind(ordinal)) {
+        case RowValues::Real: return row->real(ordinal);
+        case RowValues::Integer: return double(row->integer(ordinal));
+        case RowValues::Null: return 0;
+        default: break;
+        }
+    }
+    return value(ordinal).toDouble();
+}
+
+Money Recordset::readMoney(int ordinal) const
+{
+    const RowValues *row = plainRow();
+    if (row && ordinal >= 0 && ordinal < fieldCount() && kind(ordinal) == ColumnInfo::Decimal &&
+        m_connection->provider() == Provider::SQLite) {
+        const int decimals = m_columns[ordinal].decimals;
+        std::optional<Money> amount;
+        switch (row->kind(ordinal)) {
+        case RowValues::Null: return Money();
+        case RowValues::Integer: amount = decimalMoney(double(row->integer(ordinal)), decimals); break;
+        case RowValues::Real: amount = decimalMoney(row->real(ordinal), decimals); break;
+        default: break;
+        }
+        if (amount)
+            return *amount;
+    }
+    return Money::fromVariant(value(ordinal));
+}
+
+QDateTime Recordset::readDate(int ordinal) const
+{
+    const RowValues *row = plainRow();
+    if (row && ordinal >= 0 && ordinal < fieldCount() && kind(ordinal) == ColumnInfo::DateTime) {
+        if (row->kind(ordinal) == RowValues::Null)
+            return QDateTime();
+        if (row->kind(ordinal) == RowValues::Text)
+            if (const QDateTime plain = plainDateTime(row->bytes(ordinal)); plain.isValid())
+                return plain;
+    }
+    return value(ordinal).toDateTime();
 }
 
 void Recordset::setValue(int ordinal, const QVariant &value)
@@ -139,8 +264,8 @@ void Recordset::setValue(int ordinal, const QVariant &value)
 // PostgreSQL knows the columns by their folded names, SQLite by their declared ones.
 QString Recordset::columnRef(int ordinal) const
 {
-    return m_connection->provider() == Provider::Postgres ? m_names[ordinal]
-                                                           : QLatin1Char('"') + m_names[ordinal] + QLatin1Char('"');
+    return m_connection->provider() == Provider::Postgres ? fieldName(ordinal)
+                                                           : QLatin1Char('"') + fieldName(ordinal) + QLatin1Char('"');
 }
 
 QVariant Recordset::toEngine(int ordinal, const QVariant &value) const
@@ -149,7 +274,7 @@ QVariant Recordset::toEngine(int ordinal, const QVariant &value) const
         const QDateTime dt = value.toDateTime();
         return dt.isValid() ? QVariant(dt.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"))) : QVariant();
     }
-    if (!m_columns.isEmpty() && m_connection->provider() == Provider::SQLite && isDecimalType(m_columns[ordinal].type)
+    if (!m_columns.isEmpty() && m_connection->provider() == Provider::SQLite && m_columns[ordinal].kind == ColumnInfo::Decimal
         && !value.isNull())
         return QVariant(value.toString().trimmed().toDouble());
     return value;
@@ -170,7 +295,7 @@ bool Recordset::rowCondition(QString &where, QVariantList &binds) const
     const auto &row = m_rows[m_position];
     for (int i = 0; i < fieldCount(); ++i) {
         terms << columnRef(i) + QStringLiteral(" IS ?");
-        binds << row[i];
+        binds << row.value(i);
     }
     where = terms.join(QStringLiteral(" AND "));
     return true;
@@ -212,7 +337,7 @@ bool Recordset::update()
         m_version[m_position] = query.value(1);
     }
     for (const auto &[field, value] : m_dirty)
-        m_rows[m_position][field] = toEngine(field, value);
+        m_rows[m_position].set(field, toEngine(field, value));
     m_dirty.clear();
     return true;
 }

@@ -1,25 +1,59 @@
 #include "store/FieldCodec.h"
 
+#include "platform/Recordset.h"
+#include "store/Database.h"
 #include "store/RecordOps.h"
 
 namespace qln {
 
 QDateTime gfdDate_zero() { return QDateTime(QDate(1899, 12, 30), QTime(0, 0)); }
 
-QString gfsField_text(int iTable, int iField, int iWidth)
+namespace {
+
+const Recordset *current(int iTable)
 {
-    return gfvDB_FieldGet(iTable, iField).toString().leftJustified(iWidth, QLatin1Char(' '), true);
+    return iTable >= 0 && iTable < int(dbaRecordset.size()) ? dbaRecordset[size_t(iTable)].get() : nullptr;
 }
 
-qint32 gfiField_number(int iTable, int iField) { return gfvDB_FieldGet(iTable, iField).toInt(); }
+} // namespace
 
-Money gfcField_money(int iTable, int iField) { return Money::fromVariant(gfvDB_FieldGet(iTable, iField)); }
+void gpField_text_read(int iTable, int iField, int iWidth, QString &into)
+{
+    if (const Recordset *rs = current(iTable))
+        rs->readText(iField, iWidth, into);
+    else
+        into = QString().leftJustified(iWidth, QLatin1Char(' '), true);
+}
 
-double gfnField_real(int iTable, int iField) { return gfvDB_FieldGet(iTable, iField).toDouble(); }
+QString gfsField_text(int iTable, int iField, int iWidth)
+{
+    QString text;
+    gpField_text_read(iTable, iField, iWidth, text);
+    return text;
+}
+
+qint32 gfiField_number(int iTable, int iField)
+{
+    const Recordset *rs = current(iTable);
+    return rs ? rs->readInteger(iField) : 0;
+}
+
+Money gfcField_money(int iTable, int iField)
+{
+    const Recordset *rs = current(iTable);
+    return rs ? rs->readMoney(iField) : Money();
+}
+
+double gfnField_real(int iTable, int iField)
+{
+    const Recordset *rs = current(iTable);
+    return rs ? rs->readReal(iField) : 0;
+}
 
 QDateTime gfdField_date(int iTable, int iField)
 {
-    const QDateTime value = gfvDB_FieldGet(iTable, iField).toDateTime();
+    const Recordset *rs = current(iTable);
+    const QDateTime value = rs ? rs->readDate(iField) : QDateTime();
     return value.isValid() ? value : gfdDate_zero();
 }
 

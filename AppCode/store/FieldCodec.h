@@ -15,6 +15,7 @@ QDateTime gfdDate_zero();
 
 // Decoder reads; null reads as blank, 0 or day zero.
 QString gfsField_text(int iTable, int iField, int iWidth); // left-aligned, blank padded, cut
+void gpField_text_read(int iTable, int iField, int iWidth, QString &into); // the same, into a field
 qint32 gfiField_number(int iTable, int iField);
 Money gfcField_money(int iTable, int iField);
 double gfnField_real(int iTable, int iField);

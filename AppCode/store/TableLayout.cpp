@@ -40,7 +40,7 @@ QString gfsIndex_statement(const char *head, const QString &sTable, const char *
            QStringLiteral(");");
 }
 
-void gpColumn_get(int iTable, int iField, QString &field, int width) { field = gfsField_text(iTable, iField, width); }
+void gpColumn_get(int iTable, int iField, QString &field, int width) { gpField_text_read(iTable, iField, width, field); }
 void gpColumn_get(int iTable, int iField, qint16 &field, int) { field = qint16(gfiField_number(iTable, iField)); }
 void gpColumn_get(int iTable, int iField, qint32 &field, int) { field = gfiField_number(iTable, iField); }
 void gpColumn_get(int iTable, int iField, float &field, int) { field = float(gfnField_real(iTable, iField)); }

@@ -109,3 +109,54 @@ TEST_F(ConnectionTest, ColumnsKeepTheirDeclaredSpellingAndWidth)
     ASSERT_TRUE(rs.open(*conn, QStringLiteral("SELECT * FROM W")));
     EXPECT_EQ(rs.fieldName(1), QStringLiteral("QtyOnHand"));
 }
+
+// A record buffer reads its fields by typed shortcuts that skip building values; each must
+// give exactly what converting the value would, for every kind of cell an engine can hold.
+TEST_F(ConnectionTest, FieldReadsGiveWhatTheValuesConvertTo)
+{
+    conn->execute(QStringLiteral("Create Table F (K CHAR (6), V VARCHAR (20), N INTEGER, D DATETIME, P DECIMAL (18,2), "
+                                 "Q DECIMAL (18,4), R FLOAT)"));
+    const QStringList rows{
+        QStringLiteral("'abc', 'abc', 1, '2026-11-22 00:00:00', 8.125, 9.99, 1.5"),
+        QStringLiteral("'six ch', 'Zürich', -5, '2026-11-22 10:30:00.250', 8.4951, 0.00005, 2"),
+        QStringLiteral("'Ünï', '', 7, NULL, 12, 123456789012.3456, NULL"),
+        QStringLiteral("NULL, NULL, NULL, '2026-11-22', -0.001, -7.00005, -0.25"),
+        QStringLiteral("'', 'x', 0, '2026-11-22 00:00:00', 99999999999999, 0, 0"),
+    };
+    for (const QString &row : rows)
+        ASSERT_TRUE(conn->execute(QStringLiteral("INSERT INTO F VALUES(%1)").arg(row))) << row.toStdString();
+    if (conn->provider() == Provider::SQLite) { // cells only SQLite lets a typed column hold
+        ASSERT_TRUE(conn->execute(QStringLiteral("INSERT INTO F VALUES('longer than six', 12, 'seven', 'not a date', 'n/a', 1e15, 'y')")));
+        ASSERT_TRUE(conn->execute(QStringLiteral("INSERT INTO F VALUES('x', 'x', 3000000000, NULL, 1e14, -1e14, 1)")));
+    }
+
+    Recordset rs;
+    ASSERT_TRUE(rs.open(*conn, QStringLiteral("SELECT * FROM F")));
+    ASSERT_GE(rs.recordCount(), 5);
+    int row = 0;
+    for (rs.moveFirst(); !rs.eof(); rs.moveNext(), ++row) {
+        for (int c = 0; c < rs.fieldCount(); ++c) {
+            const QVariant v = rs.value(c);
+            const std::string where = QStringLiteral("row %1 column %2 (%3)").arg(row).arg(c).arg(v.toString()).toStdString();
+            for (int width : {2, 6, 12}) {
+                QString text = QStringLiteral("keep");
+                const QString shared = text; // the read must not write through a shared copy
+                rs.readText(c, width, text);
+                EXPECT_EQ(text, v.toString().leftJustified(width, QLatin1Char(' '), true)) << where;
+                EXPECT_EQ(shared, QStringLiteral("keep"));
+                rs.readText(c, width, text); // into a field that already holds the value
+                EXPECT_EQ(text, v.toString().leftJustified(width, QLatin1Char(' '), true)) << where;
+            }
+            EXPECT_EQ(rs.readInteger(c), v.toInt()) << where;
+            EXPECT_EQ(rs.readReal(c), v.toDouble()) << where;
+            EXPECT_EQ(rs.readMoney(c).units(), Money::fromVariant(v).units()) << where;
+            EXPECT_EQ(rs.readDate(c), v.toDateTime()) << where;
+        }
+    }
+    // A value set but not yet sent is what the reads see.
+    rs.moveFirst();
+    rs.setValue(0, QStringLiteral("new"));
+    QString text;
+    rs.readText(0, 6, text);
+    EXPECT_EQ(text, QStringLiteral("new   "));
+}

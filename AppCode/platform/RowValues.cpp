@@ -1,0 +1,89 @@
+#include "platform/RowValues.h"
+
+#include <sqlite3.h>
+
+namespace qln {
+
+RowValues RowValues::fromSqlite(sqlite3_stmt *statement, int count)
+{
+    RowValues row;
+    row.m_cells.resize(size_t(count));
+    qsizetype textBytes = 0;
+    for (int i = 0; i < count; ++i) {
+        const int type = sqlite3_column_type(statement, i);
+        if (type == SQLITE_TEXT || type == SQLITE_BLOB)
+            textBytes += sqlite3_column_bytes(statement, i);
+    }
+    row.m_bytes.reserve(textBytes);
+    for (int i = 0; i < count; ++i) {
+        Cell &cell = row.m_cells[size_t(i)];
+        switch (sqlite3_column_type(statement, i)) {
+        case SQLITE_INTEGER:
+            cell.kind = Integer;
+            cell.integer = sqlite3_column_int64(statement, i);
+            break;
+        case SQLITE_FLOAT:
+            cell.kind = Real;
+            cell.real = sqlite3_column_double(statement, i);
+            break;
+        case SQLITE_NULL:
+            break;
+        default: {
+            const bool blob = sqlite3_column_type(statement, i) == SQLITE_BLOB;
+            const char *data = static_cast<const char *>(blob ? sqlite3_column_blob(statement, i)
+                                                              : static_cast<const void *>(sqlite3_column_text(statement, i)));
+            const int length = sqlite3_column_bytes(statement, i);
+            cell.kind = blob ? Blob : Text;
+            cell.text = {quint32(row.m_bytes.size()), quint32(length)};
+            row.m_bytes.append(data, length);
+        }
+        }
+    }
+    return row;
+}
+
+RowValues RowValues::fromVariants(std::vector<QVariant> values)
+{
+    RowValues row;
+    row.m_cells.resize(values.size());
+    for (size_t i = 0; i < values.size(); ++i) {
+        row.m_cells[i].kind = Variant;
+        row.m_cells[i].variant = quint32(i);
+    }
+    row.m_variants = std::move(values);
+    return row;
+}
+
+QByteArrayView RowValues::bytes(int column) const
+{
+    const Cell &cell = m_cells[size_t(column)];
+    return QByteArrayView(m_bytes.constData() + cell.text.from, cell.text.length);
+}
+
+QVariant RowValues::value(int column) const
+{
+    const Cell &cell = m_cells[size_t(column)];
+    switch (cell.kind) {
+    case Null: return QVariant(QMetaType::fromType<QString>());
+    case Integer: return cell.integer;
+    case Real: return cell.real;
+    case Text: return QString::fromUtf8(bytes(column));
+    case Blob: return bytes(column).toByteArray();
+    case Variant: return m_variants[cell.variant];
+    }
+    return QVariant();
+}
+
+void RowValues::set(int column, const QVariant &value)
+{
+    Cell &cell = m_cells[size_t(column)];
+    if (cell.kind == Variant) {
+        m_variants[cell.variant] = value;
+        return;
+    }
+    cell.kind = Variant;
+    cell.variant = quint32(m_variants.size());
+    m_variants.push_back(value);
+}
+
+} // namespace qln
