@@ -375,6 +375,21 @@ bool Connection::readSqlite(const Shape &shape, const QVariantList &values, cons
     return false;
 }
 
+// Only where no transaction is open: one the program began is its own to end.
+sqlite3 *Connection::beginRead()
+{
+    if (!m_sqlite || !sqlite3_get_autocommit(m_sqlite) || sqlite3_exec(m_sqlite, "BEGIN", nullptr, nullptr, nullptr) != SQLITE_OK)
+        return nullptr;
+    return m_sqlite;
+}
+
+void Connection::endRead(sqlite3 *began)
+{
+    if (began && began == m_sqlite && !sqlite3_get_autocommit(m_sqlite) &&
+        sqlite3_exec(m_sqlite, "COMMIT", nullptr, nullptr, nullptr) != SQLITE_OK)
+        sqlite3_exec(m_sqlite, "ROLLBACK", nullptr, nullptr, nullptr);
+}
+
 bool Connection::readQuery(QSqlQuery &query, const QString &tsql, SelectResult &result)
 {
     const QSqlRecord record = query.record();

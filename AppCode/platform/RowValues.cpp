@@ -8,13 +8,7 @@ RowValues RowValues::fromSqlite(sqlite3_stmt *statement, int count)
 {
     RowValues row;
     row.m_cells.resize(size_t(count));
-    qsizetype textBytes = 0;
-    for (int i = 0; i < count; ++i) {
-        const int type = sqlite3_column_type(statement, i);
-        if (type == SQLITE_TEXT || type == SQLITE_BLOB)
-            textBytes += sqlite3_column_bytes(statement, i);
-    }
-    row.m_bytes.reserve(textBytes);
+    row.m_bytes.reserve(kBytesHint);
     for (int i = 0; i < count; ++i) {
         Cell &cell = row.m_cells[size_t(i)];
         switch (sqlite3_column_type(statement, i)) {
@@ -28,18 +22,22 @@ RowValues RowValues::fromSqlite(sqlite3_stmt *statement, int count)
             break;
         case SQLITE_NULL:
             break;
-        default: {
-            const bool blob = sqlite3_column_type(statement, i) == SQLITE_BLOB;
-            const char *data = static_cast<const char *>(blob ? sqlite3_column_blob(statement, i)
-                                                              : static_cast<const void *>(sqlite3_column_text(statement, i)));
-            const int length = sqlite3_column_bytes(statement, i);
-            cell.kind = blob ? Blob : Text;
-            cell.text = {quint32(row.m_bytes.size()), quint32(length)};
-            row.m_bytes.append(data, length);
-        }
+        case SQLITE_BLOB:
+            cell.kind = Blob;
+            row.append(cell, sqlite3_column_blob(statement, i), sqlite3_column_bytes(statement, i));
+            break;
+        default:
+            cell.kind = Text;
+            row.append(cell, sqlite3_column_text(statement, i), sqlite3_column_bytes(statement, i));
         }
     }
     return row;
+}
+
+void RowValues::append(Cell &cell, const void *data, int length)
+{
+    cell.text = {quint32(m_bytes.size()), quint32(length)};
+    m_bytes.append(static_cast<const char *>(data), length);
 }
 
 RowValues RowValues::fromVariants(std::vector<QVariant> values)

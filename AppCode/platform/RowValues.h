@@ -41,6 +41,9 @@ private:
             quint32 variant; // in m_variants
         };
     };
+    void append(Cell &cell, const void *data, int length);
+    static constexpr qsizetype kBytesHint = 512; // an item row's texts
+
     std::vector<Cell> m_cells;
     QByteArray m_bytes;
     std::vector<QVariant> m_variants;

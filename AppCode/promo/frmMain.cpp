@@ -345,6 +345,7 @@ bool frmMain::mfbAll_rows_add()
     QString sql = QStringLiteral("SELECT * FROM PromoPrices WHERE Invuid> 10 ");
     if (!expiredToo)
         sql += QStringLiteral("AND EndDate >=") + gfsPromo_date_text(Clock::now());
+    ReadSnapshot snapshot(dbConnection());
     QList<PromoPriceRecord> rows;
     if (!gfbPromo_rows_read(sql, rows))
         return false;
@@ -363,7 +364,7 @@ bool frmMain::mfbAll_rows_add()
         ++read;
         if (sinceEvents.elapsed() >= kEventsEveryMs) {
             pbarProgress->setValue(read);
-            QCoreApplication::processEvents();
+            snapshot.outside([] { QCoreApplication::processEvents(); });
             sinceEvents.restart();
         }
         gPromo = row;

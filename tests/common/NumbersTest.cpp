@@ -51,6 +51,8 @@ TEST(NumberFormat, DisplayPatterns)
     EXPECT_EQ(gfsNumber_format(money("1234567.005"), s("##,##0.00")), s("1,234,567.01"));
     EXPECT_EQ(gfsNumber_format(money("-0.004"), s("##,##0.00")), s("0.00"));
     EXPECT_EQ(gfsNumber_format(33.349998, s("##0.0")), s("33.3"));
+    EXPECT_EQ(gfsNumber_format(Money::fromUnits(-123456789012345678), s("#,##0.0000")), s("-12,345,678,901,234.5678"));
+    EXPECT_EQ(gfsNumber_format(money("5"), s("0000")), s("0005"));
 }
 
 TEST(DateForms, EightDigitsShortFormAndSql)
@@ -62,6 +64,12 @@ TEST(DateForms, EightDigitsShortFormAndSql)
     EXPECT_EQ(gfsDate_short(instant.date(), s("E")), s("07/03/2026"));
     EXPECT_EQ(gfsDate_sql(instant), s("2026-03-07 15:05:01"));
     EXPECT_EQ(gfsDate_key(instant), s("20260307 15:05:01"));
+    // Early, late and missing dates come out as Qt writes them.
+    for (const QDate &date : {QDate(45, 1, 2), QDate(999, 12, 31), QDate(12026, 3, 7), QDate()}) {
+        EXPECT_EQ(gfsDate_short(date, s("")), date.toString(s("MM/dd/yyyy")));
+        EXPECT_EQ(gfsDate_compact(date), date.toString(s("yyyyMMdd")));
+        EXPECT_EQ(gfsDate_sql(QDateTime(date, QTime(1, 2))), QDateTime(date, QTime(1, 2)).toString(s("yyyy-MM-dd HH:mm:ss")));
+    }
 }
 
 TEST(Files, ExistsIsForFilesAndDeleteIsQuietWhenNothingIsThere)
