@@ -152,6 +152,9 @@ bool Connection::prepareSqlite()
     QSqlQuery q(m_db);
     q.exec(QStringLiteral("PRAGMA journal_mode=WAL"));
     q.exec(QStringLiteral("PRAGMA synchronous=NORMAL"));
+    // Pages read straight from the mapped file: a keyed read touches a new leaf page of a
+    // large table almost every time, and a read call for each was a fifth of a long list.
+    q.exec(QStringLiteral("PRAGMA mmap_size=2147418112"));
     return true;
 }
 

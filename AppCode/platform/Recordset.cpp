@@ -2,6 +2,8 @@
 
 #include <QDateTime>
 #include <algorithm>
+#include <array>
+#include <limits>
 #include <cmath>
 #include <optional>
 #include <type_traits>
@@ -12,6 +14,24 @@
 namespace qln {
 
 namespace {
+
+// A local date and time costs a look into the time zone rules; the rows of a list repeat
+// a few dates many times.
+QDateTime localDateTime(const QDate &date, const QTime &time)
+{
+    struct Seen {
+        qint64 day = std::numeric_limits<qint64>::min();
+        int msecs = 0;
+        QDateTime value;
+    };
+    static thread_local std::array<Seen, 64> seen;
+    const qint64 day = date.toJulianDay();
+    const int msecs = time.msecsSinceStartOfDay();
+    Seen &slot = seen[(quint64(day) * 31 + quint64(msecs)) % seen.size()];
+    if (slot.day != day || slot.msecs != msecs)
+        slot = {day, msecs, QDateTime(date, time)};
+    return slot.value;
+}
 
 // "yyyy-MM-dd HH:mm:ss", the form both engines give back, read without a format parser:
 // long lists read hundreds of thousands of dates. `at` gives the character at a position.
@@ -38,7 +58,7 @@ QDateTime plainDateTime(const Text &t)
     };
     const QDate date(number(0, 4), number(5, 2), number(8, 2));
     const QTime time(number(11, 2), number(14, 2), number(17, 2));
-    return date.isValid() && time.isValid() ? QDateTime(date, time) : QDateTime();
+    return date.isValid() && time.isValid() ? localDateTime(date, time) : QDateTime();
 }
 
 QDateTime parseDateTime(const QString &text)

@@ -203,8 +203,11 @@ QString conjunction(const QList<Comparison> &terms)
 }
 
 // The statement of the next/previous walk, as a union of one index seek per OR branch.
-// Each branch is ordered and limited alike, so the best of the branch winners is the row
-// the literal text returns. The COUNT guard keeps its meaning, read over two rows at most.
+// Each branch is ordered and limited alike. The walk lists its branches from the longest
+// equal key prefix to the shortest, and every row of a branch comes before every row of the
+// next in the walk's order: the first branch that gives a row gives the row the literal
+// text returns, and UNION ALL under LIMIT stops there without sorting the winners. The
+// COUNT guard keeps its meaning, read over two rows at most.
 QString indexFriendlyWalkText(const QString &masked)
 {
     static const QRegularExpression shape(
@@ -240,8 +243,7 @@ QString indexFriendlyWalkText(const QString &masked)
                         .arg(table, condition, order)
                         .arg(i);
     }
-    return QStringLiteral("SELECT * FROM (%1) qln_u ORDER BY %2 LIMIT 1")
-        .arg(branches.join(QStringLiteral(" UNION ALL ")), order);
+    return branches.join(QStringLiteral(" UNION ALL ")) + QStringLiteral(" LIMIT 1");
 }
 
 
