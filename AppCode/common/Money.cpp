@@ -70,31 +70,40 @@ Money Money::rounded(int decimals) const
     return Money(m_units < 0 ? -r : r);
 }
 
+// Written into one buffer by hand: item rows turn every amount they hold into text.
+QString Money::unitsText(qint64 units, int decimals, bool plain)
+{
+    const bool negative = units < 0;
+    const quint64 magnitude = negative ? quint64(0) - quint64(units) : quint64(units);
+    char buffer[32];
+    int at = int(sizeof buffer);
+    quint64 fraction = magnitude % quint64(kScale) / quint64(kPowers[decimals]);
+    int digits = decimals;
+    while (plain && digits > 0 && fraction % 10 == 0)
+        fraction /= 10, --digits;
+    for (int i = 0; i < digits; ++i, fraction /= 10)
+        buffer[--at] = char('0' + fraction % 10);
+    if (digits > 0)
+        buffer[--at] = '.';
+    quint64 whole = magnitude / quint64(kScale);
+    do
+        buffer[--at] = char('0' + whole % 10);
+    while ((whole /= 10) > 0);
+    if (negative)
+        buffer[--at] = '-';
+    return QString::fromLatin1(buffer + at, qsizetype(sizeof buffer) - at);
+}
+
 QString Money::toText(int decimals) const
 {
     decimals = qBound(0, decimals, 4);
-    const qint64 r = rounded(decimals).m_units;
-    const qint64 magnitude = r < 0 ? -r : r;
-    QString out = (r < 0 ? QStringLiteral("-") : QString()) + QString::number(magnitude / kScale);
-    if (decimals > 0)
-        out += QLatin1Char('.') + QStringLiteral("%1").arg(magnitude % kScale, 4, 10, QLatin1Char('0')).left(decimals);
-    return out;
+    return unitsText(rounded(decimals).m_units, decimals, false);
 }
-
-} // namespace qln
-
-namespace qln {
 
 QString Money::toPlainText(int decimals) const
 {
-    QString text = toText(decimals);
-    if (text.contains(QLatin1Char('.'))) {
-        while (text.endsWith(QLatin1Char('0')))
-            text.chop(1);
-        if (text.endsWith(QLatin1Char('.')))
-            text.chop(1);
-    }
-    return text;
+    decimals = qBound(0, decimals, 4);
+    return unitsText(rounded(decimals).m_units, decimals, true);
 }
 
 } // namespace qln

@@ -39,6 +39,7 @@ public:
     constexpr bool isZero() const { return m_units == 0; }
 
 private:
+    static QString unitsText(qint64 units, int decimals, bool plain);
     constexpr explicit Money(qint64 units) : m_units(units) {}
     qint64 m_units = 0;
 };

@@ -9,6 +9,7 @@
 #include "platform/Clock.h"
 #include "platform/Messages.h"
 #include "store/Common.h"
+#include "store/Database.h"
 #include "store/Departments.h"
 #include "store/Inventory.h"
 #include "store/Notes.h"
@@ -45,9 +46,45 @@ EngineState &engine()
     return state;
 }
 
+// The statements of one action read in one transaction; boxes and the window's events run
+// outside it, so that nothing waits on the user while a transaction stays open.
+class ActionReads {
+public:
+    ActionReads() : m_reads(dbConnection())
+    {
+        if (!s_current)
+            s_current = this;
+    }
+    ~ActionReads()
+    {
+        if (s_current == this)
+            s_current = nullptr;
+    }
+    ActionReads(const ActionReads &) = delete;
+    ActionReads &operator=(const ActionReads &) = delete;
+
+    template <class Work>
+    static void outside(Work &&work)
+    {
+        if (s_current)
+            s_current->m_reads.outside(work);
+        else
+            work();
+    }
+
+private:
+    ReadSnapshot m_reads;
+    static inline ActionReads *s_current = nullptr;
+};
+
 void message(const char *text, const QString &title = QString())
 {
-    gfiMsgBox(QString::fromLatin1(text), MsgButtons::OK, MsgIcon::None, title);
+    ActionReads::outside([&] { gfiMsgBox(QString::fromLatin1(text), MsgButtons::OK, MsgIcon::None, title); });
+}
+
+void yieldTo(DataGridView &grid)
+{
+    ActionReads::outside([&] { grid.yield(); });
 }
 
 QString cut(const QString &text, int width) { return text.left(width).leftJustified(width); }
@@ -601,7 +638,7 @@ bool scanSearch(DataGridView &grid, const QString &text)
             gaInventoryHits.append(currentImage());
             hitUse(gaInventoryHits.last());
             dbaRecordset[kInventoryTable]->moveNext();
-            grid.yield();
+            yieldTo(grid);
         }
     }
     for (const WildHit &hit : std::as_const(gaWildHits)) {
@@ -807,6 +844,7 @@ void gpDataGrid_SetRow(int iRow, DataGridView &grid) { select(grid, iRow); }
 
 bool gfvDataGrid_Find(DataGridView &grid, bool bFromSearch)
 {
+    const ActionReads reads;
     const QString text = sSearchText.trimmed();
     const bool scan = bWildcard || iSortField2 >= 0;
     if (gaGridText.size() != iGridRows)
@@ -837,7 +875,7 @@ bool gfvDataGrid_Find(DataGridView &grid, bool bFromSearch)
     const bool filled = fillFromCurrent(grid);
     const int row = visibleMatch(text);
     select(grid, row > 0 ? row : 1);
-    grid.yield();
+    yieldTo(grid);
     if (bFromSearch)
         grid.activate();
     return filled;
@@ -845,6 +883,7 @@ bool gfvDataGrid_Find(DataGridView &grid, bool bFromSearch)
 
 bool gfbDataGrid_Reload(DataGridView &grid)
 {
+    const ActionReads reads;
     if (gaGridText.size() == iGridRows && iGridRows > 1 && !gfbDataGrid_RowBlank(1))
         return true;
     iGridRows = iGridRowCount;
@@ -877,6 +916,7 @@ bool gfbDataGrid_Reload(DataGridView &grid)
 
 void gpDataGrid_Move(DataGridView &grid, int iDirection)
 {
+    const ActionReads reads;
     EngineState &e = engine();
     int row = e.scanShown ? grid.row() : e.gridRow;
     row = qBound(1, row, qMax(1, iGridRows - 1));
