@@ -160,3 +160,28 @@ TEST_F(ConnectionTest, FieldReadsGiveWhatTheValuesConvertTo)
     rs.readText(0, 6, text);
     EXPECT_EQ(text, QStringLiteral("new   "));
 }
+
+// Reads grouped in one transaction must never hold back a write: what runs outside the
+// group, and everything after it, is seen at once by another station.
+TEST_F(ConnectionTest, GroupedReadsLeaveNoTransactionOpen)
+{
+    auto other = db.connect();
+    auto seenByOther = [&] {
+        Recordset rs;
+        EXPECT_TRUE(rs.open(*other, QStringLiteral("SELECT COUNT(*) FROM T")));
+        return rs.value(0).toInt();
+    };
+    {
+        ReadSnapshot reads(*conn);
+        EXPECT_EQ(one(QStringLiteral("SELECT COUNT(*) FROM T")), QStringLiteral("0"));
+        {
+            ReadSnapshot inner(*conn); // inside a group: changes nothing, ends nothing
+        }
+        reads.outside([&] { EXPECT_TRUE(conn->execute(QStringLiteral("INSERT INTO T VALUES('a', 1, NULL, 0)"))); });
+        EXPECT_EQ(seenByOther(), 1);
+        EXPECT_TRUE(other->execute(QStringLiteral("INSERT INTO T VALUES('b', 2, NULL, 0)")));
+        EXPECT_EQ(one(QStringLiteral("SELECT COUNT(*) FROM T")), QStringLiteral("2")); // began after the write
+    }
+    EXPECT_TRUE(conn->execute(QStringLiteral("INSERT INTO T VALUES('c', 3, NULL, 0)")));
+    EXPECT_EQ(seenByOther(), 3);
+}
