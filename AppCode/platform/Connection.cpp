@@ -148,6 +148,9 @@ bool Connection::prepareSqlite()
     sqlite3 *db = *static_cast<sqlite3 *const *>(handle.data());
     if (!db || sqlite3_create_collation_v2(db, "QLN_CI", SQLITE_UTF8, nullptr, compareCaseBlind, nullptr) != SQLITE_OK)
         return false;
+    // Room for the texts a row's columns are copied into on their way out: a long list
+    // copies dozens for each of its rows.
+    sqlite3_db_config(db, SQLITE_DBCONFIG_LOOKASIDE, nullptr, 256, 2000);
     m_sqlite = db;
     QSqlQuery q(m_db);
     q.exec(QStringLiteral("PRAGMA journal_mode=WAL"));

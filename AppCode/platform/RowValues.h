@@ -42,7 +42,7 @@ private:
         };
     };
     void append(Cell &cell, const void *data, int length);
-    static constexpr qsizetype kBytesHint = 512; // an item row's texts
+    static constexpr qsizetype kBytesHint = 1024; // an item row's texts, mostly
 
     std::vector<Cell> m_cells;
     QByteArray m_bytes;
