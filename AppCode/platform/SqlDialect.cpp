@@ -28,7 +28,14 @@ QString providerName(Provider provider)
 
 QString MaskedSql::marker(int index)
 {
-    return QChar(1) + QString::number(index) + QChar(1);
+    char digits[16];
+    int at = int(sizeof digits);
+    digits[--at] = '\x01';
+    do
+        digits[--at] = char('0' + index % 10);
+    while ((index /= 10) > 0);
+    digits[--at] = '\x01';
+    return QString::fromLatin1(digits + at, qsizetype(sizeof digits) - at);
 }
 
 MaskedSql::MaskedSql(const QString &sql)
@@ -102,18 +109,34 @@ void MaskedSql::isoDates()
     }
 }
 
+// A whole number right after "=", "<" or ">" (blanks between allowed) and followed by the end,
+// a blank, ")", "," or ";". "1234AND" stays as it is: the dialect unglues it.
 void MaskedSql::comparedNumbers()
 {
-    // "1234AND" stays as it is: the dialect unglues it.
-    static const QRegularExpression re(QStringLiteral("[=<>]\\s*(-?\\d+)(?=$|[\\s),;])"));
     QString out;
     qsizetype done = 0;
-    for (auto it = re.globalMatch(text); it.hasNext();) {
-        const QRegularExpressionMatch m = it.next();
-        out += QStringView(text).mid(done, m.capturedStart(1) - done);
-        literals << m.captured(1);
+    const qsizetype size = text.size();
+    for (qsizetype i = 0; i < size; ++i) {
+        const QChar c = text[i];
+        if (c != QLatin1Char('=') && c != QLatin1Char('<') && c != QLatin1Char('>'))
+            continue;
+        qsizetype from = i + 1;
+        while (from < size && text[from].isSpace())
+            ++from;
+        qsizetype end = from < size && text[from] == QLatin1Char('-') ? from + 1 : from;
+        const qsizetype digits = end;
+        while (end < size && text[end].isDigit())
+            ++end;
+        if (end == digits)
+            continue;
+        if (end < size && !text[end].isSpace() && text[end] != QLatin1Char(')') && text[end] != QLatin1Char(',') &&
+            text[end] != QLatin1Char(';'))
+            continue;
+        out += QStringView(text).mid(done, from - done);
+        literals << text.mid(from, end - from);
         out += marker(int(literals.size()) - 1);
-        done = m.capturedEnd(1);
+        done = end;
+        i = end - 1;
     }
     if (done == 0)
         return;

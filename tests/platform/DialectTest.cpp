@@ -78,3 +78,18 @@ TEST(Dialect, ATrimmedColumnStillComparesWithoutCaseAndTrailingBlanks)
     EXPECT_EQ(sqlite("SELECT * FROM I WHERE ltrim(ItemID) LIKE 'ab%'"), "SELECT * FROM I WHERE ltrim(ItemID) LIKE 'ab%'");
     EXPECT_EQ(sqlite("SELECT * FROM I WHERE Subltrim(ItemID)='x'"), "SELECT * FROM I WHERE Subltrim(ItemID)='x'");
 }
+
+// Only whole numbers compared with something become bound values; anything glued to a word
+// or part of a decimal stays in the text.
+TEST(Dialect, OnlyComparedWholeNumbersAreTakenOut)
+{
+    MaskedSql m(QStringLiteral("SELECT * FROM T WHERE A= 12 AND B <>-3) OR C>=4, D=5AND E=1.5 AND F='=7' AND G=8"));
+    m.comparedNumbers();
+    QStringList numbers;
+    MaskedSql::forEachMarker(m.text, [&](QStringView, int literal) {
+        if (literal >= 0 && !m.literals.value(literal).startsWith(QLatin1Char('\'')))
+            numbers << m.literals.value(literal);
+    });
+    EXPECT_EQ(numbers, (QStringList{QStringLiteral("12"), QStringLiteral("-3"), QStringLiteral("4"), QStringLiteral("8")}));
+    EXPECT_EQ(m.unmask(m.text), QStringLiteral("SELECT * FROM T WHERE A= 12 AND B <>-3) OR C>=4, D=5AND E=1.5 AND F='=7' AND G=8"));
+}
