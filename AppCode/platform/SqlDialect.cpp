@@ -225,13 +225,15 @@ QString conjunction(const QList<Comparison> &terms)
     return parts.join(QStringLiteral(" AND "));
 }
 
+using FirstRowForm = std::function<QString(const QString &table, const QString &condition, const QString &order)>;
+
 // The statement of the next/previous walk, as a union of one index seek per OR branch.
 // Each branch is ordered and limited alike. The walk lists its branches from the longest
 // equal key prefix to the shortest, and every row of a branch comes before every row of the
 // next in the walk's order: the first branch that gives a row gives the row the literal
 // text returns, and UNION ALL under LIMIT stops there without sorting the winners. The
 // COUNT guard keeps its meaning, read over two rows at most.
-QString indexFriendlyWalkText(const QString &masked)
+QString indexFriendlyWalkText(const QString &masked, const FirstRowForm &firstRow)
 {
     static const QRegularExpression shape(
         QStringLiteral("^SELECT\\s+TOP 1 \\* FROM (\\w+) WHERE (.*) ORDER BY ([\\w, ]+)$"));
@@ -262,9 +264,7 @@ QString indexFriendlyWalkText(const QString &masked)
         QString condition = conjunction(terms);
         if (i == 0 && !guard.isEmpty())
             condition = guard + QStringLiteral(" AND ") + condition;
-        branches << QStringLiteral("SELECT * FROM (SELECT * FROM %1 WHERE %2 ORDER BY %3 LIMIT 1) qln_b%4")
-                        .arg(table, condition, order)
-                        .arg(i);
+        branches << firstRow(table, condition, order);
     }
     return branches.join(QStringLiteral(" UNION ALL ")) + QStringLiteral(" LIMIT 1");
 }
@@ -323,7 +323,7 @@ QString nullsLikeTheServer(const QString &text)
 // A keyed ">=" or "<=" over several segments orders by the first segment alone, so any row
 // whose first segment equals the key's is an answer when one exists: seek that first, and
 // only then read on. UNION ALL under LIMIT stops at the first branch that gives a row.
-QString indexFriendlyKeyedReadText(const QString &masked)
+QString indexFriendlyKeyedReadText(const QString &masked, const FirstRowForm &firstRow)
 {
     static const QRegularExpression shape(
         QStringLiteral("^SELECT TOP 1 \\* FROM (\\w+) WHERE (.*) ORDER BY (\\S+)( DESC)?$"));
@@ -349,9 +349,8 @@ QString indexFriendlyKeyedReadText(const QString &masked)
     QStringList order;
     for (const Comparison &t : terms)
         order << t.column + dir;
-    return QStringLiteral("SELECT * FROM (SELECT * FROM %1 WHERE %2 ORDER BY %3 LIMIT 1) qln_a UNION ALL "
-                          "SELECT * FROM (SELECT * FROM %1 WHERE %4 ORDER BY %5 LIMIT 1) qln_b LIMIT 1")
-        .arg(m.captured(1), conjunction(equal), order.join(QLatin1Char(',')), conjunction(beyond), terms[0].column + dir);
+    return firstRow(m.captured(1), conjunction(equal), order.join(QLatin1Char(','))) + QStringLiteral(" UNION ALL ") +
+           firstRow(m.captured(1), conjunction(beyond), terms[0].column + dir) + QStringLiteral(" LIMIT 1");
 }
 
 } // namespace
@@ -463,6 +462,11 @@ QString SqlDialect::rewrite(const QString &tsql) const
     return sql.unmask(rewriteQuery(t));
 }
 
+QString SqlDialect::firstRowBranch(const QString &table, const QString &condition, const QString &order) const
+{
+    return QStringLiteral("SELECT * FROM (SELECT * FROM %1 WHERE %2 ORDER BY %3 LIMIT 1) qln_b").arg(table, condition, order);
+}
+
 QString SqlDialect::rewriteQuery(const QString &masked) const
 {
     if (provider() == Provider::SqlServer)
@@ -471,10 +475,13 @@ QString SqlDialect::rewriteQuery(const QString &masked) const
     while (t.endsWith(QLatin1Char(';')))
         t.chop(1);
     if (m_indexFriendlyWalk) {
-        const QString seek = indexFriendlyWalkText(t);
+        const FirstRowForm firstRow = [this](const QString &table, const QString &condition, const QString &order) {
+            return firstRowBranch(table, condition, order);
+        };
+        const QString seek = indexFriendlyWalkText(t, firstRow);
         if (!seek.isEmpty())
             return orderings(trimmedColumns(serverFunctions(seek)));
-        const QString read = indexFriendlyKeyedReadText(t);
+        const QString read = indexFriendlyKeyedReadText(t, firstRow);
         if (!read.isEmpty())
             t = read;
     }
@@ -507,6 +514,13 @@ public:
 protected:
     QString textCollation() const override { return QStringLiteral("QLN_CI"); }
     QString trimmedColumnForm() const override { return QStringLiteral("\\1 COLLATE QLN_CI"); }
+    // The row fetched by its rowid from the index seek: an arm that reads a subquery's rows
+    // copies every column of them once more.
+    QString firstRowBranch(const QString &table, const QString &condition, const QString &order) const override
+    {
+        return QStringLiteral("SELECT * FROM %1 WHERE rowid = (SELECT rowid FROM %1 WHERE %2 ORDER BY %3 LIMIT 1)")
+            .arg(table, condition, order);
+    }
     QString mapType(const QString &type) const override { return type; }
     // SQLite keeps declared types only as text; the connection rewrites the declaration.
     QString alterColumn(const QString &table, const QString &column, const QString &type) const override

@@ -63,9 +63,9 @@ TEST(Dialect, WalkStatementBecomesOneSeekPerBranch)
     const QString literal = QStringLiteral(
         "SELECT  TOP 1 * FROM T WHERE (SELECT COUNT(*) FROM T WHERE A='a') > 1 AND A='a' AND B>'b' OR A>'a' ORDER BY A,B");
     EXPECT_EQ(d->rewrite(literal).toStdString(),
-              "SELECT * FROM (SELECT * FROM T WHERE (SELECT COUNT(*) FROM (SELECT 1 FROM T WHERE A='a' LIMIT 2) "
-              "qln_g) > 1 AND A='a' AND B>'b' ORDER BY A,B LIMIT 1) qln_b0 UNION ALL SELECT * FROM (SELECT * FROM T WHERE "
-              "A>'a' ORDER BY A,B LIMIT 1) qln_b1 LIMIT 1");
+              "SELECT * FROM T WHERE rowid = (SELECT rowid FROM T WHERE (SELECT COUNT(*) FROM (SELECT 1 FROM T WHERE A='a' "
+              "LIMIT 2) qln_g) > 1 AND A='a' AND B>'b' ORDER BY A,B LIMIT 1) UNION ALL SELECT * FROM T WHERE rowid = "
+              "(SELECT rowid FROM T WHERE A>'a' ORDER BY A,B LIMIT 1) LIMIT 1");
     d->setIndexFriendlyWalk(false);
     EXPECT_EQ(d->rewrite(literal).toStdString(),
               "SELECT * FROM T WHERE (SELECT COUNT(*) FROM T WHERE A='a') > 1 AND A='a' AND B>'b' OR A>'a' ORDER BY A,B LIMIT 1");
