@@ -1,25 +1,15 @@
 #include "store/FieldCodec.h"
 
 #include "platform/Recordset.h"
-#include "store/Database.h"
 #include "store/RecordOps.h"
 
 namespace qln {
 
 QDateTime gfdDate_zero() { return QDateTime(QDate(1899, 12, 30), QTime(0, 0)); }
 
-namespace {
-
-const Recordset *current(int iTable)
-{
-    return iTable >= 0 && iTable < int(dbaRecordset.size()) ? dbaRecordset[size_t(iTable)].get() : nullptr;
-}
-
-} // namespace
-
 void gpField_text_read(int iTable, int iField, int iWidth, QString &into)
 {
-    if (const Recordset *rs = current(iTable))
+    if (const Recordset *rs = gfrsDB_Current(iTable))
         rs->readText(iField, iWidth, into);
     else
         into = QString().leftJustified(iWidth, QLatin1Char(' '), true);
@@ -34,25 +24,25 @@ QString gfsField_text(int iTable, int iField, int iWidth)
 
 qint32 gfiField_number(int iTable, int iField)
 {
-    const Recordset *rs = current(iTable);
+    const Recordset *rs = gfrsDB_Current(iTable);
     return rs ? rs->readInteger(iField) : 0;
 }
 
 Money gfcField_money(int iTable, int iField)
 {
-    const Recordset *rs = current(iTable);
+    const Recordset *rs = gfrsDB_Current(iTable);
     return rs ? rs->readMoney(iField) : Money();
 }
 
 double gfnField_real(int iTable, int iField)
 {
-    const Recordset *rs = current(iTable);
+    const Recordset *rs = gfrsDB_Current(iTable);
     return rs ? rs->readReal(iField) : 0;
 }
 
 QDateTime gfdField_date(int iTable, int iField)
 {
-    const Recordset *rs = current(iTable);
+    const Recordset *rs = gfrsDB_Current(iTable);
     const QDateTime value = rs ? rs->readDate(iField) : QDateTime();
     return value.isValid() ? value : gfdDate_zero();
 }

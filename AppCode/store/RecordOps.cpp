@@ -63,10 +63,6 @@ bool openTail(int iTable, const QString &sql)
     return true;
 }
 
-Recordset *current(int iTable)
-{
-    return iTable >= 0 && iTable < int(dbaRecordset.size()) ? dbaRecordset[iTable].get() : nullptr;
-}
 
 bool isKeyedRead(const QString &name)
 {
@@ -183,27 +179,32 @@ QString gfsDB_KeyValue(int iSegment)
     }
 }
 
+Recordset *gfrsDB_Current(int iTable)
+{
+    return iTable >= 0 && iTable < int(dbaRecordset.size()) ? dbaRecordset[size_t(iTable)].get() : nullptr;
+}
+
 QVariant gfvDB_FieldGet(int iTable, int iField)
 {
-    const Recordset *rs = current(iTable);
+    const Recordset *rs = gfrsDB_Current(iTable);
     return rs ? rs->value(iField) : QVariant();
 }
 
 QVariant gfvDB_FieldGet(int iTable, const QString &sField)
 {
-    const Recordset *rs = current(iTable);
+    const Recordset *rs = gfrsDB_Current(iTable);
     return rs ? rs->value(rs->fieldIndex(sField)) : QVariant();
 }
 
 QString gfsDB_FieldName(int iTable, int iField)
 {
-    const Recordset *rs = current(iTable);
+    const Recordset *rs = gfrsDB_Current(iTable);
     return rs ? rs->fieldName(iField) : QString();
 }
 
 void gpDB_FieldSet(int iTable, int iField, const QVariant &vValue)
 {
-    Recordset *rs = current(iTable);
+    Recordset *rs = gfrsDB_Current(iTable);
     if (!rs)
         return;
     const int type = vValue.typeId();
@@ -460,14 +461,14 @@ bool gfbDB_RecordOp(int iTable, int iOperation, int iKey, bool bRaw, bool bLock,
     } else if (name == QLatin1String("Update")) {
         if (!bRaw)
             gpDB_table_record_to_row(iTable);
-        Recordset *rs = current(iTable);
+        Recordset *rs = gfrsDB_Current(iTable);
         result = rs && rs->update();
         if (!result && rs)
             gDBErr() = rs->lastError();
     } else if (name == QLatin1String("Delete")) {
         if (iTable == 1)
             gpDB_DeleteRecall(iTable, QString());
-        Recordset *rs = current(iTable);
+        Recordset *rs = gfrsDB_Current(iTable);
         result = rs && rs->deleteCurrent();
         if (!result && rs)
             gDBErr() = rs->lastError();

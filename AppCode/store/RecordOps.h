@@ -40,6 +40,8 @@ using KeySegment = std::pair<int, QVariant>; // column ordinal, value
 void gpDB_KeySet(int iTable, int iSegments, std::initializer_list<KeySegment> segments);
 QString gfsDB_KeyValue(int iSegment); // the value as it joins a statement
 
+// The table's current record set; null when none is open.
+class Recordset *gfrsDB_Current(int iTable);
 QVariant gfvDB_FieldGet(int iTable, int iField);
 QVariant gfvDB_FieldGet(int iTable, const QString &sField);
 QString gfsDB_FieldName(int iTable, int iField);
