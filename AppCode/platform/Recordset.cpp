@@ -177,16 +177,16 @@ QVariant Recordset::value(int ordinal) const
     return normalise(ordinal, m_rows[m_position].value(ordinal));
 }
 
-const RowValues *Recordset::plainRow() const
+const RowValues *Recordset::plainRow(int ordinal) const
 {
-    return m_position >= 0 && m_position < recordCount() && m_dirty.empty() ? &m_rows[m_position] : nullptr;
+    const bool plain = m_position >= 0 && m_position < recordCount() && ordinal >= 0 && ordinal < fieldCount() && m_dirty.empty();
+    return plain ? &m_rows[m_position] : nullptr;
 }
 
 void Recordset::readText(int ordinal, int width, QString &into) const
 {
-    const RowValues *row = plainRow();
-    const bool plain = row && width > 0 && ordinal >= 0 && ordinal < fieldCount() &&
-                       (kind(ordinal) == ColumnInfo::Plain || kind(ordinal) == ColumnInfo::Char) &&
+    const RowValues *row = plainRow(ordinal);
+    const bool plain = row && width > 0 && (kind(ordinal) == ColumnInfo::Plain || kind(ordinal) == ColumnInfo::Char) &&
                        (row->kind(ordinal) == RowValues::Text || row->kind(ordinal) == RowValues::Null);
     if (plain) {
         // A CHAR column's padding is cut or extended to the field's width all the same.
@@ -215,7 +215,7 @@ void Recordset::readText(int ordinal, int width, QString &into) const
 
 qint32 Recordset::readInteger(int ordinal) const
 {
-    if (const RowValues *row = plainRow(); row && ordinal >= 0 && ordinal < fieldCount() && kind(ordinal) == ColumnInfo::Plain) {
+    if (const RowValues *row = plainRow(ordinal); row && kind(ordinal) == ColumnInfo::Plain) {
         if (row->kind(ordinal) == RowValues::Integer)
             return qint32(row->integer(ordinal));
         if (row->kind(ordinal) == RowValues::Null)
@@ -226,7 +226,7 @@ qint32 Recordset::readInteger(int ordinal) const
 
 double Recordset::readReal(int ordinal) const
 {
-    if (const RowValues *row = plainRow(); row && ordinal >= 0 && ordinal < fieldCount() && kind(ordinal) == ColumnInfo::Plain) {
+    if (const RowValues *row = plainRow(ordinal); row && kind(ordinal) == ColumnInfo::Plain) {
         switch (row->kind(ordinal)) {
         case RowValues::Real: return row->real(ordinal);
         case RowValues::Integer: return double(row->integer(ordinal));
@@ -239,9 +239,8 @@ double Recordset::readReal(int ordinal) const
 
 Money Recordset::readMoney(int ordinal) const
 {
-    const RowValues *row = plainRow();
-    if (row && ordinal >= 0 && ordinal < fieldCount() && kind(ordinal) == ColumnInfo::Decimal &&
-        m_connection->provider() == Provider::SQLite) {
+    const RowValues *row = plainRow(ordinal);
+    if (row && kind(ordinal) == ColumnInfo::Decimal && m_connection->provider() == Provider::SQLite) {
         const int decimals = m_columns[ordinal].decimals;
         std::optional<Money> amount;
         switch (row->kind(ordinal)) {
@@ -258,8 +257,8 @@ Money Recordset::readMoney(int ordinal) const
 
 QDateTime Recordset::readDate(int ordinal) const
 {
-    const RowValues *row = plainRow();
-    if (row && ordinal >= 0 && ordinal < fieldCount() && kind(ordinal) == ColumnInfo::DateTime) {
+    const RowValues *row = plainRow(ordinal);
+    if (row && kind(ordinal) == ColumnInfo::DateTime) {
         if (row->kind(ordinal) == RowValues::Null)
             return QDateTime();
         if (row->kind(ordinal) == RowValues::Text)

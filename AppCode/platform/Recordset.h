@@ -51,8 +51,9 @@ public:
 
 private:
     QVariant normalise(int ordinal, const QVariant &raw) const;
-    // The current row's engine values when nothing overrides them, else null.
-    const RowValues *plainRow() const;
+    // The current row's engine values when the column is one of them and nothing overrides
+    // them, else null.
+    const RowValues *plainRow(int ordinal) const;
     ColumnInfo::Kind kind(int ordinal) const { return m_columns.isEmpty() ? ColumnInfo::Plain : m_columns[ordinal].kind; }
     QVariant toEngine(int ordinal, const QVariant &value) const;
     QString columnRef(int ordinal) const;
