@@ -1,8 +1,38 @@
 #include "common/FormLook.h"
 
+#include <QApplication>
 #include <QWidget>
 
+#include <cmath>
+
 namespace qln {
+
+namespace {
+
+constexpr int kTwipsPerInch = 1440;
+
+int dpiOf(const QWidget *widget) { return widget ? widget->logicalDpiX() : 96; }
+
+} // namespace
+
+QFont gfFormFont()
+{
+    QFont font(QStringLiteral("Arial"));
+    font.setPointSizeF(kFormFontPoints);
+    return font;
+}
+
+void gpFormLook_install() { QApplication::setFont(gfFormFont()); }
+
+int gfiTwips_toPixels(int twips, const QWidget *widget)
+{
+    return int(std::lround(double(twips) * dpiOf(widget) / kTwipsPerInch));
+}
+
+int gfiPixels_toTwips(int pixels, const QWidget *widget)
+{
+    return int(std::lround(double(pixels) * kTwipsPerInch / dpiOf(widget)));
+}
 
 void gpFont_normalise(QWidget *form)
 {

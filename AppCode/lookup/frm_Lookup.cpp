@@ -160,7 +160,7 @@ frm_Lookup::frm_Lookup(QWidget *parent) : QDialog(parent)
     bWildcard = false;
     mpActivate();
     gpFont_normalise(this);
-    resize(qMax(width(), fgrdItems->Width() / FlexGrid::kTwipsPerPixel + 40), 560);
+    resize(qMax(width(), gfiTwips_toPixels(fgrdItems->Width(), this) + 40), 560);
 }
 
 frm_Lookup::~frm_Lookup()

@@ -207,11 +207,8 @@ bool frmMain::mfbItemFace() const { return !cmdEdit[0]->isHidden(); }
 void frmMain::showEvent(QShowEvent *event)
 {
     QDialog::showEvent(event);
-    if (miGridDesignWidth == 0) {
-        layout()->activate();
-        miGridDesignWidth = fgrdItems->Width();
-        mpColumns_scale();
-    }
+    layout()->activate();
+    mpColumns_scale();
 }
 
 void frmMain::resizeEvent(QResizeEvent *event)
@@ -220,15 +217,8 @@ void frmMain::resizeEvent(QResizeEvent *event)
     mpColumns_scale();
 }
 
-// Columns keep their proportions to the grid's width at the first show.
-void frmMain::mpColumns_scale()
-{
-    const int width = fgrdItems->Width();
-    for (int col = 0; col < int(miColumnWidths.size()) && col < fgrdItems->Cols(); ++col) {
-        const int base = miColumnWidths[size_t(col)];
-        fgrdItems->setColWidth(col, miGridDesignWidth > 0 ? int(qint64(base) * width / miGridDesignWidth) : base);
-    }
-}
+// The grid's width at load is taken as the sum of the face's columns, so that they fill it.
+void frmMain::mpColumns_scale() { gpGrid_ScaleColumns(*fgrdItems, miColumnWidths); }
 
 void frmMain::mpGrid_layout()
 {

@@ -1,3 +1,4 @@
+#include "common/FormLook.h"
 #include "common/Options.h"
 #include "common/ProcessState.h"
 #include "platform/Clock.h"
@@ -14,6 +15,7 @@ int main(int argc, char **argv)
     qln::gpLocalTime_pin();
     QApplication app(argc, argv);
     QApplication::setApplicationName(qln::kProgramName);
+    qln::gpFormLook_install();
     qln::gsAppPath = QCoreApplication::applicationDirPath();
     qln::installWidgetMessages();
     qln::InstanceLock lock;
