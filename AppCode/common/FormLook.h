@@ -18,9 +18,10 @@ QFont gfFormFont();
 // Sets the forms' font as the application's, before any window is made.
 void gpFormLook_install();
 
-// A twip is 1/1440 of a logical inch, and a widget's logical DPI is what its fonts are sized
-// by, so widths keep their proportions to the text on a screen set to larger fonts (15 twips
-// to a pixel at 96 DPI). Device scaling on high-DPI screens is below this, in Qt.
+// A twip is 1/1440 of a logical inch, widened by a ninth for the cells' wider margins here,
+// and a widget's logical DPI is what its fonts are sized by, so widths keep their proportions
+// to the text on a screen set to larger fonts (13.5 twips to a pixel at 96 DPI). Device
+// scaling on high-DPI screens is below this, in Qt.
 int gfiTwips_toPixels(int twips, const QWidget *widget);
 int gfiPixels_toTwips(int pixels, const QWidget *widget);
 

@@ -214,6 +214,7 @@ void frmMain::showEvent(QShowEvent *event)
 void frmMain::resizeEvent(QResizeEvent *event)
 {
     QDialog::resizeEvent(event);
+    layout()->activate(); // the grid takes its new width before the columns follow it
     mpColumns_scale();
 }
 
