@@ -90,6 +90,9 @@ void frmMain::mpControls_create()
         lblEditData[i]->setFrameShape(QFrame::Panel);
         lblEditData[i]->setFrameShadow(QFrame::Sunken);
     }
+    // The boxes hold an S/L and an Item ID whole while still empty, so the bar doesn't jump.
+    lblEditData[0]->setMinimumWidth(gfiTwips_toPixels(1000, this));
+    lblEditData[1]->setMinimumWidth(gfiTwips_toPixels(1500, this));
     LblTraining = new QLabel(QStringLiteral("Training"), this);
     LblTraining->setObjectName(QStringLiteral("LblTraining"));
     cmdItem = gfCommand_button(this, QStringLiteral("cmdItem"), QStringLiteral("F3  Select Item"));
