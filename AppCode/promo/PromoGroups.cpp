@@ -95,4 +95,23 @@ QString gfsGroup_rows_sql(int iGroupID)
            QStringLiteral(" ' order by SL");
 }
 
+bool gfbGroupPromo_take(PromoPriceRecord &group, const QDate &start, const QDate &end, int changeType, Money amount)
+{
+    bool changed = false;
+    if (start != group.StartDate.date()) {
+        group.StartDate = QDateTime(start, QTime(0, 0));
+        changed = true;
+    }
+    if (end != group.EndDate.date()) {
+        group.EndDate = QDateTime(end, QTime(0, 0));
+        changed = true;
+    }
+    if (amount != group.PriceChange || changeType != group.ChangeType) {
+        group.ChangeType = qint16(changeType);
+        group.PriceChange = amount;
+        changed = true;
+    }
+    return changed;
+}
+
 } // namespace qln

@@ -1,4 +1,6 @@
 #pragma once
+#include "promo/PromoPricing.h"
+
 #include <QList>
 #include <QString>
 
@@ -43,5 +45,9 @@ int gfiGroup_promos_delete(const QString &sCode);
 QString gfsGroup_choice_text(const PromoGroup &group);
 // The rows of a group, tombstones and expired ones too, by SL.
 QString gfsGroup_rows_sql(int iGroupID);
+
+// Takes an editor's values into the shared record of a group, matrix or daily promo: dates
+// compared by day, the amount and type together. True when any of them changed.
+bool gfbGroupPromo_take(PromoPriceRecord &group, const QDate &start, const QDate &end, int changeType, Money amount);
 
 } // namespace qln
