@@ -101,8 +101,9 @@ TEST_F(LoginWindow, SixFailuresLockTheCodeAndEndTheLogin)
             QTest::keyClicks(edit(form, "ctxtEdit(0)"), QStringLiteral("ANNA"));
             edit(form, "ctxtEdit(1)")->setFocus();
             typeEnter(QStringLiteral("wrong"));
-            if (form.isVisible())
+            if (form.isVisible()) {
                 EXPECT_TRUE(edit(form, "ctxtEdit(0)")->text().isEmpty()) << "both boxes emptied for the next try";
+            }
         }
     });
     EXPECT_FALSE(gfbLogin_run(login));
