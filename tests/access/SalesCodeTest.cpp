@@ -21,7 +21,8 @@ protected:
         giStore = 1;
         gsStation = QStringLiteral("3");
         Clock::setFixed(QDateTime(QDate(2026, 11, 23), QTime(10, 30)));
-        ASSERT_TRUE(gfbAccess_tables_open());
+        ASSERT_TRUE(gfbAccess_tables_open()) << boxes.texts().join(QLatin1Char('|')).toStdString()
+                                             << db.readFile(QStringLiteral("PVSW.log")).toStdString();
     }
     void TearDown() override
     {
