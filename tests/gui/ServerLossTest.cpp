@@ -61,7 +61,8 @@ protected:
     {
         if (!TestDatabase::onPostgres() || !OwnServer::available())
             GTEST_SKIP() << "needs a PostgreSQL server of its own";
-        ASSERT_TRUE(server.running());
+        server = std::make_unique<OwnServer>();
+        ASSERT_TRUE(server->running());
         db = std::make_unique<TestDatabase>();
         gpProcess_reset();
         Clock::setFixed(QDateTime(kToday, QTime(10, 30)));
@@ -70,8 +71,10 @@ protected:
     }
     void TearDown() override
     {
-        if (!server.running())
-            server.start();
+        if (!server)
+            return;
+        if (!server->running())
+            server->start();
         gpProcess_reset();
         Clock::setFixed(QDateTime());
         Connection::setReconnectPause(1000);
@@ -130,7 +133,7 @@ protected:
         return closed;
     }
 
-    OwnServer server;
+    std::unique_ptr<OwnServer> server;
     std::unique_ptr<TestDatabase> db;
     QTemporaryDir program;
 };
@@ -144,7 +147,7 @@ TEST_F(ServerLoss, ASaveWhileTheServerIsDownIsToldAndTheNextOneAfterItsReturnIsK
     gfiDB_Execute(QStringLiteral("DELETE FROM PromoPrices"));
     auto form = openOnItem();
 
-    ASSERT_TRUE(server.stop());
+    ASSERT_TRUE(server->stop());
     {
         ScriptedMessages boxes;
         EXPECT_FALSE(addPromo(*form, 10)) << "the editor stays open on a failed save";
@@ -153,7 +156,7 @@ TEST_F(ServerLoss, ASaveWhileTheServerIsDownIsToldAndTheNextOneAfterItsReturnIsK
         EXPECT_EQ(boxes.shown()[0].icon, MsgIcon::Critical);
     }
 
-    ASSERT_TRUE(server.start());
+    ASSERT_TRUE(server->start());
     QTest::qWait(kPause + 50);
     ScriptedMessages boxes;
     EXPECT_TRUE(addPromo(*form, 20));
@@ -175,14 +178,14 @@ TEST_F(ServerLoss, AServerKilledDuringTheAllItemsFillCostsAMessageNotTheRun)
     {
         ScriptedMessages boxes;
         // The first event the fill lets through kills the server under it.
-        QTimer::singleShot(0, [&] { server.stop(true); });
+        QTimer::singleShot(0, [&] { server->stop(true); });
         QTest::keyClick(form.get(), Qt::Key_F4);
-        ASSERT_FALSE(server.running()) << "the fill ended before the server was killed";
+        ASSERT_FALSE(server->running()) << "the fill ended before the server was killed";
         ASSERT_FALSE(boxes.shown().isEmpty());
         EXPECT_EQ(boxes.shown()[0].text, QStringLiteral("Failed to connect to database. "));
     }
 
-    ASSERT_TRUE(server.start());
+    ASSERT_TRUE(server->start());
     QTest::qWait(kPause + 50);
     ScriptedMessages boxes;
     auto again = openOnItem();
@@ -193,11 +196,11 @@ TEST_F(ServerLoss, AServerKilledDuringTheAllItemsFillCostsAMessageNotTheRun)
 TEST_F(ServerLoss, AServerDownAtStartIsToldUntilItAnswers)
 {
     build(20, 0);
-    ASSERT_TRUE(server.stop());
+    ASSERT_TRUE(server->stop());
     int databaseErrors = 0;
     ActingMessages boxes([&](const MessageBoxSpec &box) {
         if (box.text.startsWith(QLatin1String("Database Error\r")) && ++databaseErrors == 2)
-            server.start();
+            server->start();
     });
     EXPECT_TRUE(gfbStartup_prepare(QStringLiteral("/DATAPATH=") + db->dataPath()));
     ASSERT_GE(boxes.shown.size(), 3);
