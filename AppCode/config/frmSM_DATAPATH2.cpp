@@ -53,7 +53,7 @@ frmSM_DATAPATH2::frmSM_DATAPATH2(clsDataPath &dataPath, QWidget *parent) : QDial
         buttons->addWidget(b);
     layout->addLayout(buttons, 4, 0, 1, 3);
     layout->setColumnStretch(1, 1);
-    resize(560, height());
+    resize(560, sizeHint().height());
 
     connect(ok, &QPushButton::clicked, this, [this] { cmdOK_Click(); });
     connect(cancel, &QPushButton::clicked, this, [this] {

@@ -137,6 +137,7 @@ bool Connection::open(const ConnectionInfo &info)
     const bool ready = info.provider == Provider::Postgres ? preparePostgres() : prepareSqlite();
     if (!ready)
         close();
+    m_opened = ready && info.provider == Provider::Postgres; // only a server can go away
     return ready;
 }
 
@@ -216,6 +217,8 @@ bool Connection::preparePostgres()
 
 void Connection::close()
 {
+    m_opened = false;
+    m_lost = false;
     m_shapes.clear();
     m_sqlite = nullptr;
     if (m_db.isValid()) {
@@ -262,6 +265,12 @@ void Connection::tellLost()
 
 bool Connection::reachable()
 {
+    // The driver may close a connection whose server went away before anything said so.
+    if (!m_lost && m_opened && state() != 1) {
+        m_error = {DbError::kUnspecified, QStringLiteral("no connection to the server"), QStringLiteral("QPSQL"), true};
+        lose();
+        return false;
+    }
     if (!m_lost)
         return true;
     if (m_sinceTold.isValid() && !m_sinceTold.hasExpired(reconnectPauseMs)) {
@@ -273,6 +282,7 @@ bool Connection::reachable()
         m_lost = false;
         return true;
     }
+    m_lost = true; // the failed open closed it as the program would
     m_error.connectionLost = true;
     tellLost();
     return false;
@@ -313,7 +323,7 @@ DbError Connection::errorFrom(const QSqlError &error, const QString &sql)
     if (m_info.provider == Provider::Postgres && !sql.isEmpty()
         && (code.startsWith(QLatin1String("08")) || code == QLatin1String("57P01")
             || lower.contains(QLatin1String("server closed the connection"))
-            || lower.contains(QLatin1String("no connection to the server"))))
+            || lower.contains(QLatin1String("no connection to the server")) || !m_db.isOpen()))
         e.connectionLost = true;
     return e;
 }

@@ -136,6 +136,7 @@ private:
     sqlite3 *m_sqlite = nullptr;
     QHash<QString, Shape> m_shapes;
 
+    bool m_opened = false; // a server connection opened and not closed by the program
     bool m_lost = false;
     QElapsedTimer m_sinceTold;
     std::function<void(const DbError &)> m_lostObserver;
