@@ -107,7 +107,7 @@ bool Connection::open(const ConnectionInfo &info)
         m_db.setDatabaseName(file);
         m_db.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=%1").arg(info.timeoutSeconds * 1000));
     }
-    if (!m_db.open()) {
+    if (!m_db.open() && !(info.provider == Provider::Postgres && reopenUnderServerSpelling())) {
         m_error = errorFrom(m_db.lastError(), QString());
         return false;
     }
@@ -117,7 +117,41 @@ bool Connection::open(const ConnectionInfo &info)
     const bool ready = info.provider == Provider::Postgres ? preparePostgres() : prepareSqlite();
     if (!ready)
         close();
+    m_opened = ready && info.provider == Provider::Postgres; // only a server can go away
     return ready;
+}
+
+// The suite's server finds a database named in any case; PostgreSQL folds an unquoted
+// name to lower case when it creates one and then wants the name as it was stored.
+bool Connection::reopenUnderServerSpelling()
+{
+    const QSqlError refused = m_db.lastError();
+    if (refused.nativeErrorCode() != QLatin1String("3D000") && !refused.text().contains(QLatin1String("does not exist")))
+        return false;
+    QString stored;
+    {
+        QSqlDatabase maintenance = QSqlDatabase::addDatabase(QStringLiteral("QPSQL"), m_name + QStringLiteral("-names"));
+        maintenance.setHostName(m_db.hostName());
+        maintenance.setPort(m_db.port());
+        maintenance.setDatabaseName(QStringLiteral("postgres"));
+        maintenance.setUserName(m_db.userName());
+        maintenance.setPassword(m_db.password());
+        maintenance.setConnectOptions(m_db.connectOptions());
+        if (maintenance.open()) {
+            QSqlQuery q(maintenance);
+            q.prepare(QStringLiteral("SELECT datname FROM pg_database WHERE upper(datname) = upper(?) ORDER BY datname"));
+            q.addBindValue(m_info.database);
+            if (q.exec() && q.next())
+                stored = q.value(0).toString();
+        }
+        maintenance.close();
+    }
+    QSqlDatabase::removeDatabase(m_name + QStringLiteral("-names"));
+    if (stored.isEmpty() || stored == m_info.database)
+        return false;
+    m_info.database = stored;
+    m_db.setDatabaseName(stored);
+    return m_db.open();
 }
 
 bool Connection::prepareSqlite()
@@ -163,6 +197,8 @@ bool Connection::preparePostgres()
 
 void Connection::close()
 {
+    m_opened = false;
+    m_lost = false;
     m_shapes.clear();
     m_sqlite = nullptr;
     if (m_db.isValid()) {
@@ -171,6 +207,65 @@ void Connection::close()
         QSqlDatabase::removeDatabase(m_name);
     }
     m_columns.clear();
+}
+
+namespace {
+int reconnectPauseMs = 1000;
+} // namespace
+
+void Connection::setReconnectPause(int milliseconds) { reconnectPauseMs = milliseconds; }
+
+void Connection::setError(const DbError &error)
+{
+    m_error = error;
+    if (error.connectionLost)
+        lose();
+}
+
+void Connection::lose()
+{
+    m_shapes.clear();
+    m_sqlite = nullptr;
+    if (m_db.isValid())
+        m_db.close();
+    const bool first = !m_lost;
+    m_lost = true;
+    if (first)
+        tellLost();
+}
+
+void Connection::tellLost()
+{
+    if (m_lostObserver)
+        m_lostObserver(m_error);
+    // Counted from when the user has read the message: the rest of the same action fails
+    // quietly instead of repeating it.
+    m_sinceTold.start();
+}
+
+bool Connection::reachable()
+{
+    // The driver may close a connection whose server went away before anything said so.
+    if (!m_lost && m_opened && state() != 1) {
+        m_error = {DbError::kUnspecified, QStringLiteral("no connection to the server"), QStringLiteral("QPSQL"), true};
+        lose();
+        return false;
+    }
+    if (!m_lost)
+        return true;
+    if (m_sinceTold.isValid() && !m_sinceTold.hasExpired(reconnectPauseMs)) {
+        m_error = {DbError::kUnspecified, QStringLiteral("no connection to the server"), QStringLiteral("QPSQL"), true};
+        return false;
+    }
+    const ConnectionInfo info = m_info;
+    if (open(info)) {
+        m_lost = false;
+        return true;
+    }
+    m_lost = true; // the failed open closed it as the program would
+    m_error.connectionLost = true;
+    tellLost();
+    return false;
 }
 
 int Connection::state() const { return m_db.isValid() && m_db.isOpen() ? 1 : 0; }
@@ -208,7 +303,7 @@ DbError Connection::errorFrom(const QSqlError &error, const QString &sql)
     if (m_info.provider == Provider::Postgres && !sql.isEmpty()
         && (code.startsWith(QLatin1String("08")) || code == QLatin1String("57P01")
             || lower.contains(QLatin1String("server closed the connection"))
-            || lower.contains(QLatin1String("no connection to the server"))))
+            || lower.contains(QLatin1String("no connection to the server")) || !m_db.isOpen()))
         e.connectionLost = true;
     return e;
 }
@@ -250,8 +345,10 @@ QVariant literalValue(const QString &literal)
 
 bool Connection::select(const QString &tsql, SelectResult &result)
 {
-    m_error.clear();
     result = SelectResult();
+    if (!reachable())
+        return false;
+    m_error.clear();
     MaskedSql masked(tsql);
     masked.isoDates();
     masked.comparedNumbers();
@@ -293,10 +390,7 @@ bool Connection::select(const QString &tsql, SelectResult &result)
         m_error = errorFrom(query.lastError(), tsql);
     else if (readQuery(query, tsql, result))
         return true;
-    if (m_error.connectionLost) {
-        m_shapes.clear();
-        m_db.close();
-    }
+    setError(m_error);
     return false;
 }
 
@@ -400,12 +494,14 @@ bool Connection::readQuery(QSqlQuery &query, const QString &tsql, SelectResult &
     query.finish(); // one active result at a time on PostgreSQL
     if (fetchError.type() == QSqlError::NoError)
         return true;
-    m_error = errorFrom(fetchError, tsql);
+    setError(errorFrom(fetchError, tsql));
     return false;
 }
 
 bool Connection::runRewritten(QSqlQuery &query, const QString &sql)
 {
+    if (!reachable())
+        return false;
     m_error.clear();
     if (state() != 1) {
         m_error = {DbError::kUnspecified, QStringLiteral("Operation is not allowed when the object is closed."),
@@ -415,9 +511,7 @@ bool Connection::runRewritten(QSqlQuery &query, const QString &sql)
     query.setForwardOnly(true);
     if (query.exec(sql))
         return true;
-    m_error = errorFrom(query.lastError(), sql);
-    if (m_error.connectionLost)
-        m_db.close();
+    setError(errorFrom(query.lastError(), sql));
     return false;
 }
 

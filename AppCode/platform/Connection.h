@@ -3,6 +3,7 @@
 #include "platform/RowValues.h"
 #include "platform/SqlDialect.h"
 
+#include <QElapsedTimer>
 #include <QHash>
 #include <QSqlDatabase>
 #include <QStringList>
@@ -85,7 +86,16 @@ public:
     bool runRewritten(class QSqlQuery &query, const QString &sql);
     void noteStatement(const QString &tsql);
     DbError errorFrom(const class QSqlError &error, const QString &sql);
-    void setError(const DbError &error) { m_error = error; }
+    // A refusal that names a lost server also closes the connection.
+    void setError(const DbError &error);
+
+    // A server that went away is tried again by the next statement, at most once in each
+    // pause; false, with lastError() set, while it stays away. Each loss and each failed
+    // try is told to the observer.
+    bool reachable();
+    bool lost() const { return m_lost; }
+    void setLostObserver(std::function<void(const DbError &)> observer) { m_lostObserver = std::move(observer); }
+    static void setReconnectPause(int milliseconds);
 
     static QString sqliteFile(const ConnectionInfo &info);
 
@@ -96,6 +106,9 @@ private:
 
     bool prepareSqlite();
     bool preparePostgres();
+    bool reopenUnderServerSpelling();
+    void lose();
+    void tellLost();
     bool alterSqliteColumn(const QString &pseudo);
     void recordDeclaredNames(const QString &tsql);
 
@@ -122,6 +135,11 @@ private:
 
     sqlite3 *m_sqlite = nullptr;
     QHash<QString, Shape> m_shapes;
+
+    bool m_opened = false; // a server connection opened and not closed by the program
+    bool m_lost = false;
+    QElapsedTimer m_sinceTold;
+    std::function<void(const DbError &)> m_lostObserver;
 };
 
 // Keeps the reads of a run that no event and no write interrupts in one read transaction:

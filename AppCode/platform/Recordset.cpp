@@ -339,6 +339,8 @@ bool Recordset::update()
     const QString sql = QStringLiteral("UPDATE %1 SET %2 WHERE %3%4")
                             .arg(m_table, sets.join(QStringLiteral(", ")), where,
                                  postgres ? QStringLiteral(" RETURNING CAST(ctid AS text), CAST(xmin AS text)") : QString());
+    if (!m_connection->reachable())
+        return fail(m_connection->lastError());
     m_connection->noteStatement(QStringLiteral("UPDATE ") + m_table);
     QSqlQuery query(m_connection->database());
     bool ran = query.prepare(sql);
@@ -369,6 +371,8 @@ bool Recordset::deleteCurrent()
         return fail({DbError::kRowChanged, QStringLiteral("Insufficient key column information for updating or refreshing."),
                      QStringLiteral("QSQL")});
     const QString sql = QStringLiteral("DELETE FROM %1 WHERE %2").arg(m_table, where);
+    if (!m_connection->reachable())
+        return fail(m_connection->lastError());
     m_connection->noteStatement(QStringLiteral("DELETE ") + m_table);
     QSqlQuery query(m_connection->database());
     bool ran = query.prepare(sql);

@@ -50,6 +50,7 @@ bool ServerAdmin::connect(const ConnectionInfo &info)
 QList<ServerAdmin::Entry> ServerAdmin::databases()
 {
     QList<Entry> list;
+    m_error.clear();
     if (m_info.provider == Provider::SQLite) {
         const QFileInfoList files = QDir(m_info.dataPath).entryInfoList({QStringLiteral("*.db")}, QDir::Files, QDir::Name);
         for (const QFileInfo &f : files)

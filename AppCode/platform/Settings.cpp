@@ -36,4 +36,11 @@ void SaveSetting(const QString &application, const QString &section, const QStri
     store.sync();
 }
 
+void DeleteSetting(const QString &application, const QString &section, const QString &key)
+{
+    QSettings store(settingsFilePath(application), QSettings::IniFormat);
+    store.remove(settingsKey(section, key));
+    store.sync();
+}
+
 } // namespace qln

@@ -9,6 +9,7 @@ QString GetSetting(const QString &application, const QString &section, const QSt
                    const QString &defaultValue = QString());
 void SaveSetting(const QString &application, const QString &section, const QString &key,
                  const QString &value);
+void DeleteSetting(const QString &application, const QString &section, const QString &key);
 QString settingsFilePath(const QString &application);
 
 inline const QString kZorSettings = QStringLiteral("ZOR Settings");

@@ -314,8 +314,10 @@ void frmMain::mpAll_list_fill()
     pbarProgress->setRange(0, total + 1);
     pbarProgress->setVisible(total + 1 > 100);
     pbarProgress->setValue(0);
-    if (total == 0)
+    if (total == 0) {
+        mpButtons_state(); // the rows of the previous face are gone
         return;
+    }
     gpMouse_busy();
     if (!mfbAll_rows_add())
         gfiMsgBox(QStringLiteral("Error occured while populating Grid"));

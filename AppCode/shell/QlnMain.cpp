@@ -1,6 +1,7 @@
 #include "shell/QlnMain.h"
 
 #include "common/ProcessState.h"
+#include "config/frmSM_DATAPATH2.h"
 #include "platform/ModalRunner.h"
 #include "platform/ProgramEnd.h"
 #include "promo/frmMain.h"
@@ -44,6 +45,7 @@ void mpFirstWindow_show()
 int gfiQlnMain(const QString &sCommandLine, InstanceLock &lock)
 {
     gpInstance_single(lock);
+    gpDataPath_window_install();
     const bool started = gfbStartup_prepare(sCommandLine);
     if (started)
         mpFirstWindow_show();

@@ -1,7 +1,9 @@
 #include "shell/Startup.h"
 
 #include "common/ProcessState.h"
+#include "common/Options.h"
 #include "config/Country.h"
+#include "config/DataPath.h"
 #include "platform/Messages.h"
 #include "platform/Settings.h"
 #include "shell/StartOptions.h"
@@ -9,14 +11,17 @@
 #include "store/Common.h"
 
 #include <QDir>
-#include <QFileInfo>
 
 namespace qln {
+
+namespace {
+constexpr int kStationOption = 3, kStationPathOption = 4;
+} // namespace
 
 bool gfbStartup_prepare(const QString &sCommandLine)
 {
     gpStartOptions_read(sCommandLine);
-    bool result = gfbStartup_DataPath_open();
+    bool result = gfbStartup_DataPath_open(sCommandLine);
     if (result)
         result = gfbTables_open() && gfbTables_recordsets_open();
     gpStore_text_set();
@@ -29,28 +34,17 @@ bool gfbStartup_prepare(const QString &sCommandLine)
     return true;
 }
 
-bool gfbStartup_DataPath_open()
+bool gfbStartup_DataPath_open(const QString &sCommandLine)
 {
-    if (gbTraining)
+    if (gbTraining) {
+        clsDataPath &dp = gDataPath();
+        dp.DataPath = gsDataPath;
+        dp.TestPath = gsDataPath;
+        dp.Station = GetSetting(kZorSettings, QStringLiteral("DATABASE"), QStringLiteral("STATION"));
         return true;
-    QString path = gsDataPath.isEmpty()
-                       ? GetSetting(kZorSettings, QStringLiteral("DATABASE"), QStringLiteral("DATAPATH"))
-                       : gsDataPath;
-    if (path.endsWith(QLatin1Char('\\')) || path.endsWith(QLatin1Char('/')))
-        path.chop(1);
-    if (path.isEmpty()) {
-        gfiMsgBox(QStringLiteral("A path to the ZOR Data Files has not been defined\r\r"
-                                 "Start the program with /DATAPATH= and the folder of the data files."),
-                  MsgButtons::OK, MsgIcon::Exclamation, kProgramName);
-        return false;
     }
-    if (!QFileInfo(path).isDir()) {
-        gfiMsgBox(QStringLiteral("Data Path Not Found.\r\r") + path, MsgButtons::OK, MsgIcon::Exclamation,
-                  QStringLiteral("Validation"));
-        return false;
-    }
-    gsDataPath = path;
-    return true;
+    return gpDataPathOpen(gsDataPath, gfsCommandLine_option_get(kStationOption, sCommandLine),
+                          gfsCommandLine_option_get(kStationPathOption, sCommandLine));
 }
 
 void gpStartup_settings_read()

@@ -15,10 +15,10 @@ inline clsINI_Services gZorIni;
 // data path or the tables could not be opened: no window may follow.
 bool gfbStartup_prepare(const QString &sCommandLine);
 
-// The data path of a normal run: /DATAPATH=, else "ZOR Settings", "DATABASE", "DATAPATH", without
-// a closing "\" or "/". False, after a box, when there is none or the folder does not exist.
-// A training run takes its path as given.
-bool gfbStartup_DataPath_open();
+// The data path: a training run takes its path as given; a normal one finds, checks and, if
+// need be, asks for it, with the station, /DATAPATH=, /STATION= and /STATIONPATH= standing
+// above the settings. False when there is none that is valid.
+bool gfbStartup_DataPath_open(const QString &sCommandLine = QString());
 
 // The country settings, and "Format ItemID" of ZOR.INI; a missing ZOR.INI is told and skipped.
 void gpStartup_settings_read();

@@ -5,6 +5,7 @@
 #include "platform/Messages.h"
 #include "platform/ProgramEnd.h"
 #include "platform/Settings.h"
+#include "shell/Shell.h"
 #include "store/StatementLog.h"
 #include "store/TableCreate.h"
 
@@ -101,9 +102,18 @@ void gpDB_Table_register(int iTable, const QString &sName, const QString &sBaseN
 
 bool gfbDB_Init()
 {
+    bool result = true;
     gpDB_Registry_dim();
     gfbDB_ServerConnect();
-    if (!gfbDB_Exists()) {
+    // A server that does not answer fails the walk of its databases: told, and the walk is
+    // tried again until it answers.
+    bool exists = gfbDB_Exists();
+    while (gDBErr().isSet()) {
+        result = false;
+        gfiMsgBox(QStringLiteral("Database Error\r") + gDBErr().description, MsgButtons::OK);
+        exists = gfbDB_Exists();
+    }
+    if (!exists) {
         gpDB_Trace(QStringLiteral("Database Create"));
         if (!gfbDB_Create()) {
             gfiMsgBox(QStringLiteral("DataBase Create failed call Support"), MsgButtons::OK, MsgIcon::None,
@@ -111,13 +121,13 @@ bool gfbDB_Init()
             gpProgram_end(1);
         }
     }
-    return true;
+    return result;
 }
 
 QString gfsDB_ServerConfigure()
 {
-    if (gpDB_ConfigurationProgram_run)
-        gpDB_ConfigurationProgram_run();
+    const QString none;
+    gfiShell_run(gsAppPath, QStringLiteral("ZORDataConfiguration.exe"), none, none, none, none, none, none, none, none, none);
     return setting(QStringLiteral("Server"));
 }
 
@@ -204,10 +214,16 @@ bool gfbDB_Exists()
         if (!QDir(gsDataPath).entryList({pattern}, QDir::Files).isEmpty())
             gsDBName = (gsDataPath + QStringLiteral("\\") + pattern).toUpper();
     }
+    gDBErr().clear();
     if (gsDBName.trimmed().isEmpty())
         return false;
     const QString wanted = gsDBName.trimmed().toUpper();
-    for (const ServerAdmin::Entry &e : dbServer().databases())
+    const QList<ServerAdmin::Entry> databases = dbServer().databases();
+    if (dbServer().lastError().isSet()) {
+        gDBErr() = dbServer().lastError();
+        return false;
+    }
+    for (const ServerAdmin::Entry &e : databases)
         if (!e.system && e.name.trimmed().toUpper() == wanted)
             return true;
     return false;
@@ -227,6 +243,11 @@ bool gfbDB_Create()
 
 void gpDB_Connect(const QString &sCatalog)
 {
+    dbConnection().setLostObserver([](const DbError &) {
+        gbDBConnected = false;
+        gfiMsgBox(QStringLiteral("Failed to connect to database. "), MsgButtons::OK, MsgIcon::Critical,
+                  QStringLiteral("Database Connection Error"));
+    });
     dbConnection().open(connectionInfo(sCatalog.isEmpty() ? gsDBName : sCatalog));
     gbDBConnected = dbConnection().state() == 1;
 }

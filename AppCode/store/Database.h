@@ -67,9 +67,6 @@ void gpDB_Registry_dim();
 void gpDB_Table_register(int iTable, const QString &sName, const QString &sBaseName, const QString &sSqlFile,
                          const QString &sTitle);
 
-// The configuration program that sets the server; replaced in tests.
-inline std::function<void()> gpDB_ConfigurationProgram_run;
-
 // Where the start-up trace goes: the program's folder, "52.txt".
 void gpDB_Trace(const QString &line);
 

@@ -152,9 +152,13 @@ TEST_F(Startup, SecondInstanceIsRefusedAndTouchesNoTable)
 TEST_F(Startup, EndsWithoutAWindowWhenTheDataCannotBeOpened)
 {
     dataPathTail = QStringLiteral("/gone");
+    boxes.answer(MsgAnswer::OK);
+    boxes.answer(MsgAnswer::No); // not defined now
     EXPECT_EQ(run(QString()), 1);
-    EXPECT_EQ(boxes.texts(), QStringList{QStringLiteral("Data Path Not Found.\r\r") + db.dataPath() + dataPathTail});
+    EXPECT_EQ(boxes.texts(), (QStringList{QStringLiteral("Data Path Not Found.\r\rUse the Browse method to find a valid path."),
+                                          QStringLiteral("A path to the ZOR Data Files has not been defined\r\rDo you want to define it now?")}));
     EXPECT_TRUE(dbuaTable.empty());
+    EXPECT_TRUE(forms.isEmpty());
 
     dataPathTail.clear();
     EXPECT_EQ(run(QString()), 1) << "an empty company table";

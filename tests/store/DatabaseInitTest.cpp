@@ -6,6 +6,7 @@
 #include "support/TestDatabase.h"
 
 #include <QDir>
+#include <QFile>
 #include <gtest/gtest.h>
 
 using namespace qln;
@@ -20,7 +21,6 @@ protected:
         gsDataPath = db.dataPath();
         gsAppPath = db.dataPath();
         gbTraining = false;
-        gpDB_ConfigurationProgram_run = nullptr;
     }
     void TearDown() override
     {
@@ -107,18 +107,26 @@ TEST_F(DatabaseInit, AServerWithoutItsInstancePartIsReported)
 
 TEST_F(DatabaseInit, ABlankServerAsksTheConfigurationProgramOnlyForAServerEngine)
 {
-    int asked = 0;
-    gpDB_ConfigurationProgram_run = [&] { ++asked; };
+    // The configuration program of the suite, as a stand-in that counts its starts.
+    const QString program = QDir(gsAppPath).filePath(QStringLiteral("ZORDataConfiguration.exe"));
+    const QString count = QDir(gsAppPath).filePath(QStringLiteral("asked"));
+    QFile file(program);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(QStringLiteral("#!/bin/sh\necho \"$*\" >> '%1'\n").arg(count).toUtf8());
+    file.close();
+    QFile::setPermissions(program, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    auto asked = [&] { return db.readFile(QStringLiteral("asked")).count(QLatin1Char('\n')); };
     set("Server", QString());
     if (!TestDatabase::onPostgres()) {
         // Blank means this machine for the embedded engine.
         EXPECT_TRUE(gfbDB_ServerConnect());
-        EXPECT_EQ(asked, 0);
+        EXPECT_EQ(asked(), 0);
         EXPECT_TRUE(gsDBServer.endsWith(QStringLiteral("\\ZORSERVER")));
         return;
     }
     // Still blank after it: the program ends in silence.
     EXPECT_THROW(gfbDB_ServerConnect(), ProgramEnd);
-    EXPECT_EQ(asked, 1);
+    EXPECT_EQ(asked(), 1);
+    EXPECT_EQ(db.readFile(QStringLiteral("asked")), QStringLiteral("\n")) << "all its options are empty";
     EXPECT_TRUE(boxes.shown().isEmpty());
 }
