@@ -6,7 +6,6 @@
 #include "promo/PromoPurge.h"
 #include "store/Departments.h"
 #include "store/RecordOps.h"
-#include "store/StatementLog.h"
 
 namespace qln {
 

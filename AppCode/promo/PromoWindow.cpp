@@ -8,6 +8,9 @@
 #include <QProgressBar>
 #include <QPushButton>
 
+#include <algorithm>
+#include <utility>
+
 namespace qln {
 
 namespace {

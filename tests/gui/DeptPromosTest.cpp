@@ -13,6 +13,7 @@
 #include "store/Common.h"
 #include "store/Departments.h"
 #include "store/RecordOps.h"
+#include "support/QtPrinters.h"
 #include "support/ScriptedMessages.h"
 #include "support/TestDatabase.h"
 
@@ -23,6 +24,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QTableView>
 #include <QTest>
 #include <gtest/gtest.h>
 
@@ -108,6 +110,14 @@ protected:
         ScopedModalScript picker([&](QDialog &window) {
             pickerTitle = window.windowTitle();
             FlexGrid &g = grid(window);
+            pickerRows.clear(), pickerColours.clear();
+            for (int row = 1; row <= 4 && row < g.Rows(); ++row) {
+                pickerRows << g.TextMatrix(row, 0) + QLatin1Char('|') + g.TextMatrix(row, 1);
+                g.setRow(row);
+                g.setCol(0);
+                pickerColours << g.CellForeColor();
+            }
+            g.setRow(1);
             g.setFocus();
             for (int i = 0; i < downs; ++i)
                 QTest::keyClick(g.view(), Qt::Key_Down);
@@ -135,16 +145,25 @@ protected:
         });
         press();
     }
+    // A cell of the grid under the mouse.
+    static QPoint cellPoint(FlexGrid &g, int row, int col)
+    {
+        const QModelIndex index = g.view()->model()->index(row - g.FixedRows(), col);
+        g.view()->scrollTo(index);
+        return g.view()->visualRect(index).center();
+    }
     void markDelete(QWidget &form, int row)
     {
         FlexGrid &g = grid(form);
-        emit g.cellClicked(row, 6);
+        QTest::mouseClick(g.view()->viewport(), Qt::LeftButton, {}, cellPoint(g, row, 6));
     }
 
     TestDatabase db;
     QTemporaryDir program;
     ScriptedMessages boxes;
     QString pickerTitle, editorTitle, editorAmount;
+    QStringList pickerRows;
+    QList<quint32> pickerColours;
     bool acceptEnabled = false, editorStayedOpen = false;
 };
 
@@ -160,6 +179,11 @@ TEST_F(DeptPromos, ARoadFromThePickerThroughTheEditorToTheTableAndTheList)
 
     pick(*form, 2); // General, Grocery, Canned Goods
     EXPECT_EQ(pickerTitle, QStringLiteral("Select Department"));
+    EXPECT_EQ(pickerRows, strings({"001.000.000|General", "002.000.000|Grocery", "   002.001.000|Grocery - Canned Goods",
+                                       "      002.001.001|Grocery - Canned Goods - Canned Goods Basic"}));
+    EXPECT_EQ(pickerColours.value(1), 0xFFu) << "level 1 in red";
+    EXPECT_EQ(pickerColours.value(2), 0xFF0000u) << "level 2 in blue";
+    EXPECT_NE(pickerColours.value(3), 0xFF0000u);
     EXPECT_EQ(gDept.DeptCode.trimmed(), kCanned);
     EXPECT_EQ(caption(*form), QStringLiteral("002.001.000 Grocery - Canned Goods"));
     EXPECT_TRUE(grid(*form).TextMatrix(1, 0).isEmpty()) << "the parent's promo is not listed under the child";
@@ -397,7 +421,8 @@ TEST_F(DeptPromos, BadInputGetsOneClearMessageAndChangesNothing)
     }
     boxes.clear();
     auto form = openOn(QString());
-    emit grid(*form).cellDoubleClicked(1, 0);
+    FlexGrid &g = grid(*form);
+    QTest::mouseDClick(g.view()->viewport(), Qt::LeftButton, {}, cellPoint(g, 1, 0));
     EXPECT_EQ(boxes.shown().size(), 1) << "an empty grid has no promo to change";
     EXPECT_EQ(promos().size(), 1);
 }

@@ -64,11 +64,11 @@ TEST_F(DeptStatements, CellsOfEachKindOfChange)
     p.EndDate = QDateTime(QDate(2025, 5, 31), QTime(0, 0));
     p.PriceChange = Money::fromWhole(25);
     p.ChangeType = kChangeByPercent;
-    EXPECT_EQ(gfDeptPromo_cells(p), QStringList({"05/01/2025", "05/31/2025", "By Percent", "25.00%"}));
+    EXPECT_EQ(gfDeptPromo_cells(p), strings({"05/01/2025", "05/31/2025", "By Percent", "25.00%"}));
     p.ChangeType = kChangeBy;
-    EXPECT_EQ(gfDeptPromo_cells(p).mid(2), QStringList({"By", "25.00"}));
+    EXPECT_EQ(gfDeptPromo_cells(p).mid(2), strings({"By", "25.00"}));
     p.ChangeType = kChangeTo;
-    EXPECT_EQ(gfDeptPromo_cells(p).mid(2), QStringList({"", ""})) << "a department promo never sets a price";
+    EXPECT_EQ(gfDeptPromo_cells(p).mid(2), strings({"", ""})) << "a department promo never sets a price";
     p.ChangeType = kChangeDeleted;
     EXPECT_EQ(gfDeptPromo_cells(p)[1], QStringLiteral("DELETED"));
 }
