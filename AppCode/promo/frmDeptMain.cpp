@@ -149,7 +149,7 @@ void frmDeptMain::mpControls_arrange()
     form->setMenuBar(menuBar);
     form->addLayout(top);
     form->addLayout(body, 1);
-    resize(860, 520);
+    resize(1000, 560);
 }
 
 void frmDeptMain::mpForm_load()
@@ -178,6 +178,13 @@ void frmDeptMain::mpForm_load()
         mpDeptPromos_list();
     }
     gpFont_normalise(this);
+}
+
+// The columns keep their proportions and fill the grid, so that dates and codes are not cut.
+void frmDeptMain::resizeEvent(QResizeEvent *event)
+{
+    QDialog::resizeEvent(event);
+    gpGrid_FitColumns(*fgrdItems);
 }
 
 void frmDeptMain::mpGrid_layout()
@@ -234,6 +241,7 @@ void frmDeptMain::mpDeptPromos_list()
     gPromo.SL.clear();
     gPromo.Dept = gDept.DeptCode;
     gPromo.StartDate = QDateTime(QDate(1990, 1, 1), QTime(0, 0));
+    gpGrid_FitColumns(*fgrdItems);
     mpRows_fill(gfsDeptPromos_where(gDept.DeptCode, chkExpired->isChecked()), false, false);
     mpEditButtons_enable();
 }
@@ -242,6 +250,7 @@ void frmDeptMain::mpAllDeptPromos_list()
 {
     mpGrid_layout();
     gpPromoGrid_columns_set(*fgrdItems, kDeptColumns, cDept);
+    gpGrid_FitColumns(*fgrdItems);
     mbHasRows = false;
     gPromo.SL.clear();
     gPromo.Dept = kNoDept;
@@ -260,6 +269,7 @@ void frmDeptMain::mpExpiredPromos_list()
     fgrdItems->setCols(kPurgeColumns);
     gpPromoGrid_columns_set(*fgrdItems, kDeptColumns, cDept);
     gpPromoGrid_columns_set(*fgrdItems, kPurgeColumn, cDelete);
+    gpGrid_FitColumns(*fgrdItems);
     mbHasRows = false;
     gpMouse_busy();
     mpRows_fill(gfsDeptPromos_expired_where(), true, true);

@@ -22,6 +22,9 @@ public:
     // The caption of lblEditData that marks the all-departments view.
     static const QString kAllDeptsCaption;
 
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+
 private:
     void mpControls_create();
     void mpControls_arrange();
