@@ -377,6 +377,26 @@ TEST_F(DeptPromos, EditorChecksDatesAndAmountsAndKeepsItsQuirks)
     EXPECT_TRUE(editorStayedOpen);
     EXPECT_TRUE(promos().isEmpty());
 
+    // The percentage box lets no letter through, and an empty percentage is refused.
+    boxes.clear();
+    QString percentTyped;
+    {
+        ScopedModalScript script([&](QDialog &editor) {
+            child<QRadioButton>(editor, QStringLiteral("Option1(2)"))->click();
+            typeInto(txtEdit(editor, 5), QStringLiteral("a1b.5c"));
+            percentTyped = txtEdit(editor, 5)->text();
+            typeInto(txtEdit(editor, 5), QStringLiteral("abc"));
+            typeInto(txtEdit(editor, 1), shortDate(kToday));
+            typeInto(txtEdit(editor, 2), shortDate(kToday));
+            QTest::keyClick(&editor, Qt::Key_F10);
+        });
+        cmd(*form, QStringLiteral("cmdEdit(0)"))->click();
+    }
+    EXPECT_EQ(percentTyped, QStringLiteral("1.5"));
+    ASSERT_EQ(boxes.shown().size(), 1);
+    EXPECT_TRUE(boxes.texts()[0].startsWith(QStringLiteral("'' is not a valid amount.")));
+    EXPECT_TRUE(promos().isEmpty());
+
     // Reversed dates are saved without a word; the amount is rewritten on leaving its box.
     boxes.clear();
     QString shownAmount;
