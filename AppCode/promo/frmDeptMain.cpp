@@ -317,6 +317,7 @@ void frmDeptMain::CmdPurge_Click(int index)
         mpExpiredPromos_list();
         break;
     case 1:
+        // Only a blank is a single store here: "N" takes the head office's way.
         if (gCommon.MultiStore.trimmed().isEmpty()) {
             const std::optional<int> purged = gfiDeptPromos_purge_all_store();
             if (!purged)

@@ -309,6 +309,18 @@ TEST_F(DeptPromos, HeadOfficeDeleteMarksATombstoneAndPurgeAllRemovesPolledTombst
     EXPECT_TRUE(db.readFile(QStringLiteral("PVSW.log")).contains(QStringLiteral("UPDATE & dbuaTable(itable).sSqlFile & set changetype =99")));
 }
 
+TEST_F(DeptPromos, PurgeAllTakesTheHeadOfficeWayForAStoreMarkedN)
+{
+    gCommon.MultiStore = QStringLiteral("N");
+    addPromo(kCanned, kToday.addDays(-30), kToday.addDays(-20), kChangeBy, Money::fromWhole(2), 1);
+    auto form = openOn(kCanned);
+    cmd(*form, QStringLiteral("CmdPurge(0)"))->click();
+    cmd(*form, QStringLiteral("CmdPurge(1)"))->click();
+    EXPECT_TRUE(boxes.shown().isEmpty());
+    ASSERT_EQ(promos().size(), 1) << "the refused statement leaves the expired promo";
+    EXPECT_EQ(promos()[0].ChangeType, kChangeBy);
+}
+
 TEST_F(DeptPromos, PurgesOfASingleStore)
 {
     addPromo(kCanned, kToday, kToday.addDays(3), kChangeBy, Money::fromWhole(1), 1);
