@@ -65,6 +65,13 @@ QString gfsDate_pattern_text(const QString &text)
     return date ? gfsDate_compact(*date) : text;
 }
 
+qint64 gflDate_YYYYMMDD(const QDate &date) { return gfsDate_compact(date).toLongLong(); }
+
+qint64 gflDate_YYYYYMMDD(const QDate &date)
+{
+    return (QString::number(date.year()) + QString::number(date.dayOfYear()) + date.toString(QStringLiteral("MMdd"))).toLongLong();
+}
+
 bool gfbPromo_rows_read(const QString &sql, QList<PromoPriceRecord> &rows)
 {
     rows.clear();

@@ -46,6 +46,12 @@ std::optional<QDate> gfdDate_parse(const QString &text);
 // stands (so "DELETED" compares above every date).
 QString gfsDate_pattern_text(const QString &text);
 
+// A date as the editors compare it: "YYYYMMDD" as a number, and the platform's "YYYYYMMDD"
+// (year, day of the year, month, day), which the ending date is put through, so that it
+// always reads as the larger number.
+qint64 gflDate_YYYYMMDD(const QDate &date);
+qint64 gflDate_YYYYYMMDD(const QDate &date);
+
 // Reads the rows of a query on PromoPrices, in the server's order. False when the server
 // refused the query; an empty answer is true with no rows.
 bool gfbPromo_rows_read(const QString &sql, QList<PromoPriceRecord> &rows);

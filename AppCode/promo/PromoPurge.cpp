@@ -30,19 +30,24 @@ void mpTombstones_make(const QList<PromoPriceRecord> &rows, bool bSpacedWhere)
 {
     for (const PromoPriceRecord &row : rows) {
         gPromo = row;
-        if (row.ChangeType != kChangeDeleted) {
-            gPromo.ChangeType = kChangeDeleted;
-            gPromo.ChangeDate = Clock::now();
-            gfiDB_Execute(gfsPromo_tombstone_sql(gfsNow_text(), row.Invuid, bSpacedWhere));
-        } else if (row.Poll.trimmed().isEmpty()) {
+        if (row.ChangeType != kChangeDeleted)
+            gpPromo_tombstone_request(row, bSpacedWhere);
+        else if (row.Poll.trimmed().isEmpty())
             gfiDB_Execute(gfsPromo_item_delete_sql(row.Invuid));
-        }
     }
 }
 
 QString mfsToday() { return gfsDate_server_text(Clock::today()); }
 
 } // namespace
+
+void gpPromo_tombstone_request(const PromoPriceRecord &row, bool bSpacedWhere)
+{
+    gPromo = row;
+    gPromo.ChangeType = kChangeDeleted;
+    gPromo.ChangeDate = Clock::now();
+    gfiDB_Execute(gfsPromo_tombstone_sql(gfsNow_text(), row.Invuid, bSpacedWhere));
+}
 
 PurgeEnd gfePromo_item_purge(const QString &sSL)
 {

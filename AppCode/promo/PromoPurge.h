@@ -1,4 +1,6 @@
 #pragma once
+#include "promo/PromoPricing.h"
+
 #include <QString>
 #include <functional>
 
@@ -13,6 +15,10 @@ enum class PurgeEnd {
     Done,
     StoreModeStopped, // by-item purge with expired rows and no polling answer: nothing touched
 };
+
+// A row put into the buffer as a tombstone, and the statement meant to mark it so sent; the
+// server refuses that statement, so the row stays as it was and the log shows the text.
+void gpPromo_tombstone_request(const PromoPriceRecord &row, bool bSpacedWhere);
 
 // F6: the expired promos of one item (its SL as the key holds it).
 PurgeEnd gfePromo_item_purge(const QString &sSL);

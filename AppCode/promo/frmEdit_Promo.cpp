@@ -40,12 +40,6 @@ const QString kPriceForm = QStringLiteral("##.00");
 // The numeric value of a text as the platform reads it ("12x" is 12), in money.
 Money mfcValue(const QString &text) { return Money::fromDouble(gfdNumber_value(text)); }
 
-// The platform's "YYYYYMMDD" of a date: the year, the day of the year, the month, the day.
-qint64 mflDate_YYYYYMMDD(const QDate &date)
-{
-    return (QString::number(date.year()) + QString::number(date.dayOfYear()) + date.toString(QStringLiteral("MMdd"))).toLongLong();
-}
-
 } // namespace
 
 frmEdit_Promo::frmEdit_Promo(QWidget *parent) : QDialog(parent)
@@ -264,7 +258,7 @@ bool frmEdit_Promo::mfbValidate()
     // number: reversed dates pass, as they always have.
     const QDate start = *gfdDate_parse(txtEdit[kStartBox]->text());
     const QDate end = *gfdDate_parse(txtEdit[kEndBox]->text());
-    if (mflDate_YYYYYMMDD(end) < gfsDate_compact(start).toLongLong())
+    if (gflDate_YYYYYMMDD(end) < gflDate_YYYYMMDD(start))
         return mfbValidate_fail(kStartBox, QStringLiteral("Promo Dates Are Reversed"),
                                 QStringLiteral("The promo's starting date must be before the promo's ending date."));
 

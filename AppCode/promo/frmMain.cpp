@@ -19,17 +19,15 @@
 #include "platform/Mouse.h"
 #include "promo/PromoList.h"
 #include "promo/PromoPurge.h"
+#include "promo/PromoWindow.h"
 #include "promo/TagLink.h"
 #include "promo/frmEdit_Promo.h"
-#include "promo/frmTags_Print.h"
 #include "store/Common.h"
 #include "store/Database.h"
 #include "store/Inventory.h"
 #include "store/RecordOps.h"
 
 #include <QCheckBox>
-#include <QCoreApplication>
-#include <QElapsedTimer>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -48,7 +46,6 @@ enum Column { cSL, cDescription, cRegular, cPromo, cStart, cEnd, cType, cAmount,
 
 constexpr int kItemFaceWidths[kColumns] = {0, 0, 1100, 1100, 1000, 1000, 900, 1100, 0, 0};
 constexpr int kSortAscending = 1, kSortDescending = 2;
-constexpr qint64 kEventsEveryMs = 25;
 const QString kPriceForm = QStringLiteral("#######.00");
 
 QString mfsSearch_caption(int col)
@@ -128,7 +125,7 @@ void frmMain::mpControls_create()
     connect(cmdEdit[2], &QPushButton::clicked, this, [this] { mpPromo_delete(); });
     connect(cmdPurge[0], &QPushButton::clicked, this, [this] { mpPurge_item(); });
     connect(cmdPurge[1], &QPushButton::clicked, this, [this] { mpPurge_all(); });
-    connect(cmdPrintTags, &QPushButton::clicked, this, [this] { cmdPrintTags_Click(); });
+    connect(cmdPrintTags, &QPushButton::clicked, this, [this] { gpTagLink_show(this); });
     connect(cmdQuit, &QPushButton::clicked, this, [this] { cmdQuit_Click(); });
     connect(chkExpired, &QCheckBox::clicked, this, [this] { chkExpired_Click(); });
     connect(txtSearch, &QLineEdit::textChanged, this, [this](const QString &text) { txtSearch_Change(text); });
@@ -311,18 +308,14 @@ void frmMain::mpAll_list_fill()
     fgrdItems->setTextMatrix(0, cDescription, QStringLiteral("Description"));
 
     const int total = gfiDB_RecordCount(kPromoTable);
-    pbarProgress->setRange(0, total + 1);
-    pbarProgress->setVisible(total + 1 > 100);
-    pbarProgress->setValue(0);
     if (total == 0) {
         mpButtons_state(); // the rows of the previous face are gone
         return;
     }
     gpMouse_busy();
-    if (!mfbAll_rows_add())
+    if (!mfbAll_rows_add(total))
         gfiMsgBox(QStringLiteral("Error occured while populating Grid"));
     gpMouse_normal();
-    pbarProgress->hide();
     if (!mbHasRows)
         gfiMsgBox(QStringLiteral("No Active Promo Prices found"), MsgButtons::OK, MsgIcon::None,
                   QStringLiteral("All Item Promos have expired"));
@@ -330,7 +323,7 @@ void frmMain::mpAll_list_fill()
 }
 
 // The rows of every item, one item read for each; false when the server refused the list.
-bool frmMain::mfbAll_rows_add()
+bool frmMain::mfbAll_rows_add(int total)
 {
     mbFilling = true;
     const auto filled = qScopeGuard([this] {
@@ -342,27 +335,19 @@ bool frmMain::mfbAll_rows_add()
     if (!expiredToo)
         sql += QStringLiteral("AND EndDate >=") + gfsPromo_date_text(Clock::now());
     ReadSnapshot snapshot(dbConnection());
+    PromoFillProgress progress(pbarProgress, [&](const std::function<void()> &events) { snapshot.outside(events); });
+    progress.start(total + 1, total + 1 > 100);
     QList<PromoPriceRecord> rows;
     if (!gfbPromo_rows_read(sql, rows))
         return false;
-    // The grid repaints once at the end. The bar and the window's events are seen to a few
-    // times a frame rather than after every row: a hundred thousand rows would otherwise
-    // spend most of their time drawing a bar that moved by less than a pixel.
+    // The grid repaints once at the end.
     fgrdItems->setRedraw(false);
     const QDate today = Clock::today();
     int count = 0;
     int read = 0;
-    QElapsedTimer sinceEvents;
-    sinceEvents.start();
-    const auto barAtEnd = qScopeGuard([&] { pbarProgress->setValue(read); });
     QString previousPromo = QStringLiteral(".00");
     for (const PromoPriceRecord &row : std::as_const(rows)) {
-        ++read;
-        if (sinceEvents.elapsed() >= kEventsEveryMs) {
-            pbarProgress->setValue(read);
-            snapshot.outside([] { QCoreApplication::processEvents(); });
-            sinceEvents.restart();
-        }
+        progress.step(++read);
         gPromo = row;
         if (!expiredToo && (row.EndDate.date() < today || row.ChangeType == kChangeDeleted))
             continue;
@@ -377,8 +362,7 @@ bool frmMain::mfbAll_rows_add()
 
 void frmMain::mpButtons_state()
 {
-    for (QPushButton *b : {cmdEdit[0], cmdEdit[1], cmdEdit[2], cmdPurge[0]})
-        b->setEnabled(mbHasRows);
+    gpPromoButtons_follow(mbHasRows, {cmdEdit[0], cmdEdit[1], cmdEdit[2], cmdPurge[0]});
     cmdPurge[1]->setEnabled(true);
     cmdPrintTags->setEnabled(gfbTagProgram_exists());
 }
@@ -597,12 +581,6 @@ void frmMain::mpPurge_all()
         return;
     mpItem_list_fill(false);
     gpMouse_normal();
-}
-
-void frmMain::cmdPrintTags_Click()
-{
-    frmTags_Print tags(this);
-    gfiForm_show_modal(tags);
 }
 
 void frmMain::cmdQuit_Click()

@@ -39,7 +39,7 @@ private:
     void mpItem_list_fill(bool bQuiet);
     void mpOverlaps_warn();
     void mpAll_list_fill();
-    bool mfbAll_rows_add();
+    bool mfbAll_rows_add(int total);
     void mpRow_add(int &count, const QString &previousPromo, bool bAllItems);
     void mpButtons_state();
     bool mfbItem_show();
@@ -57,7 +57,6 @@ private:
     void mpPromo_delete();
     void mpPurge_item();
     void mpPurge_all();
-    void cmdPrintTags_Click();
     void cmdQuit_Click();
 
     QLabel *lblEdit[3] = {};

@@ -4,6 +4,7 @@
 #include "config/frmSM_DATAPATH2.h"
 #include "platform/ModalRunner.h"
 #include "platform/ProgramEnd.h"
+#include "promo/frmDeptMain.h"
 #include "promo/frmMain.h"
 #include "shell/FrmMenu.h"
 #include "shell/InstanceLock.h"
@@ -23,6 +24,12 @@ void mpItemPromos_show()
     gfiForm_show_modal(form);
 }
 
+void mpDeptPromos_show()
+{
+    frmDeptMain form;
+    gfiForm_show_modal(form);
+}
+
 // Started for one item, the item promos window is the whole run; otherwise the menu, whose
 // "Exit" ends the process.
 void mpFirstWindow_show()
@@ -33,6 +40,7 @@ void mpFirstWindow_show()
     }
     FrmMenu::Windows windows;
     windows[0] = mpItemPromos_show;
+    windows[1] = mpDeptPromos_show;
     FrmMenu menu(windows);
     if (gfiForm_show_modal(menu) != FrmMenu::kExit)
         return;

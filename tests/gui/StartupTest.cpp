@@ -77,7 +77,8 @@ TEST_F(Startup, ReachesTheMenuWithTheWindowsThatExist)
     EXPECT_EQ(run(QStringLiteral("/InvUID=abc"), [](QDialog &menu) {
                   EXPECT_EQ(menu.windowTitle(), QStringLiteral("Quillon"));
                   EXPECT_TRUE(command1(menu, 0)->isEnabled()) << "Item Promos";
-                  for (int i = 1; i < FrmMenu::kPromoKinds; ++i) {
+                  EXPECT_TRUE(command1(menu, 1)->isEnabled()) << "Department Promos";
+                  for (int i = 2; i < FrmMenu::kPromoKinds; ++i) {
                       EXPECT_FALSE(command1(menu, i)->isEnabled());
                       EXPECT_EQ(command1(menu, i)->toolTip(), QStringLiteral("Not available yet"));
                   }
@@ -120,6 +121,23 @@ TEST_F(Startup, ExitAndEscEndTheProcessButAChosenWindowReturnsToTheMenu)
     });
     EXPECT_NE(gfiForm_show_modal(menu), FrmMenu::kExit);
     EXPECT_EQ(opened, 1);
+}
+
+TEST_F(Startup, DepartmentPromosOpenOnTheDepartmentOfTheCommandLine)
+{
+    buildDemo();
+    QString shown;
+    run(QStringLiteral("/Dept=002.001.000"), [&](QDialog &form) {
+        if (form.objectName() == QLatin1String("frmDeptMain")) {
+            shown = form.findChild<QLabel *>(QStringLiteral("lblEditData"))->text();
+            QTest::keyClick(&form, Qt::Key_Escape);
+            return;
+        }
+        command1(form, 1)->click();
+        button(form, QStringLiteral("Command2"))->click();
+    });
+    EXPECT_EQ(forms, strings({"FrmMenu", "frmDeptMain"}));
+    EXPECT_EQ(shown, QStringLiteral("002.001.000 Grocery - Canned Goods"));
 }
 
 TEST_F(Startup, ItemModeOpensTheItemPromosWindowAloneAndItsCloseEndsTheRun)
