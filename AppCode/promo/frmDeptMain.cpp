@@ -16,6 +16,7 @@
 #include "promo/PromoList.h"
 #include "promo/PromoWindow.h"
 #include "promo/frmEdit_DeptPromo.h"
+#include "shell/DataPathChange.h"
 #include "store/Common.h"
 #include "store/Departments.h"
 #include "store/RecordOps.h"
@@ -430,8 +431,8 @@ void frmDeptMain::mpPromo_delete()
 
 void frmDeptMain::mnuFile_datapath_Click()
 {
-    gfiMsgBox(QStringLiteral("Changing the data path from this window is not available yet."), MsgButtons::OK, MsgIcon::Information,
-              kProgramName);
+    gfbDataPath_change_run();
+    mpDeptPromos_list(); // whether or not the path changed, the list is read again
 }
 
 void frmDeptMain::cmdQuit_Click()
