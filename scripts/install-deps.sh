@@ -7,6 +7,7 @@ packages=(
   libsqlite3-dev sqlite3 libssl-dev libcurl4-openssl-dev
   libgtest-dev libgmock-dev libbenchmark-dev
   postgresql xvfb xauth
+  poppler-utils python3-aiosmtpd
 )
 missing=()
 for p in "${packages[@]}"; do

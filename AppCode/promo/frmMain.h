@@ -58,6 +58,7 @@ private:
     void mpPurge_item();
     void mpPurge_all();
     void cmdPrintTags_Click();
+    void cmdPrint_Click();
     void cmdQuit_Click();
 
     QLabel *lblEdit[3] = {};
