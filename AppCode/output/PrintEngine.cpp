@@ -28,6 +28,8 @@ Qt::Alignment alignmentOf(QChar sign)
     return Qt::AlignLeft;
 }
 
+int textFlags(Qt::Alignment alignment) { return int(alignment | Qt::AlignVCenter) | int(Qt::TextSingleLine); }
+
 // Painter units of twips on any device.
 void scaleToTwips(QPainter &painter, const QPaintDevice &device)
 {
@@ -96,7 +98,7 @@ void PrintEngine::drawParts(QPainter &painter, const QString &text, int y, int p
     painter.setFont(s.font);
     const QRectF line(kMarginSide, y, availableWidth(), s.rowHeight);
     for (int i = 0; i < 3 && i < parts.size(); ++i)
-        painter.drawText(line, int(aligns[i] | Qt::AlignVCenter | Qt::TextSingleLine), parts[i]);
+        painter.drawText(line, textFlags(aligns[i]), parts[i]);
 }
 
 void PrintEngine::drawRow(QPainter &painter, const PrintTable &table, const QStringList &cells, int y, int height) const
@@ -107,7 +109,7 @@ void PrintEngine::drawRow(QPainter &painter, const PrintTable &table, const QStr
         const int width = columns[i].width;
         if (width > 2 * kPadding && !cells.value(qsizetype(i)).isEmpty())
             painter.drawText(QRectF(x + kPadding, y, width - 2 * kPadding, height),
-                             int(alignmentOf(columns[i].align) | Qt::AlignVCenter | Qt::TextSingleLine), cells[qsizetype(i)]);
+                             textFlags(alignmentOf(columns[i].align)), cells[qsizetype(i)]);
         x += width;
     }
 }
@@ -131,7 +133,7 @@ void PrintEngine::renderPage(QPainter &painter, int index, const std::optional<P
     painter.setPen(index > 0 ? kRepeatColour : QColor(Qt::black));
     for (const QString &line : m_headLines) {
         painter.drawText(QRectF(kMarginSide, y, availableWidth(), head.rowHeight),
-                         int(Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine), line);
+                         textFlags(Qt::AlignLeft), line);
         y += style(kBodyPoints).rowHeight;
     }
     painter.setPen(Qt::black);

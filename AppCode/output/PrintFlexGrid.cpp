@@ -8,6 +8,8 @@
 #include "platform/ModalRunner.h"
 
 #include <QCoreApplication>
+
+#include <algorithm>
 #include <QElapsedTimer>
 
 namespace qln {

@@ -33,6 +33,8 @@
 #include <QTemporaryDir>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace qln {
 
 namespace {
