@@ -8,6 +8,8 @@
 #include <QPrinter>
 #include <QSaveFile>
 
+#include <cmath>
+
 namespace qln {
 
 namespace {
@@ -56,9 +58,29 @@ void PrintEngine::setLandscape(bool landscape)
 
 void PrintEngine::addTable(PrintTable table, int points, bool fixedPitch)
 {
+    Style body = style(points, fixedPitch);
+    body.headHeight = headHeight(table, body);
     m_tables.push_back(std::move(table));
-    m_styles.push_back(style(points, fixedPitch));
+    m_styles.push_back(body);
     m_paged = false;
+}
+
+// Captions wider than their column go on over more lines rather than be cut.
+int PrintEngine::headHeight(const PrintTable &table, const Style &style)
+{
+    QFont bold = style.font;
+    bold.setBold(true);
+    const QFontMetricsF metrics(bold);
+    qreal lines = 1;
+    const auto &columns = table.columns();
+    for (qsizetype i = 0; i < table.head().size() && i < qsizetype(columns.size()); ++i) {
+        const qreal width = columns[size_t(i)].width - 2 * kPadding;
+        if (width <= 0)
+            continue;
+        const QRectF bounds = metrics.boundingRect(QRectF(0, 0, width, 1e6), int(Qt::TextWordWrap), table.head()[i]);
+        lines = std::max(lines, std::ceil(bounds.height() / metrics.lineSpacing()));
+    }
+    return style.rowHeight + int((lines - 1) * metrics.lineSpacing());
 }
 
 PrintEngine::Style PrintEngine::style(int points, bool fixedPitch, bool bold) const
@@ -73,9 +95,9 @@ PrintEngine::Style PrintEngine::style(int points, bool fixedPitch, bool bold) co
 const std::vector<PrintPage> &PrintEngine::pages() const
 {
     if (!m_paged) {
-        std::vector<int> heights;
+        std::vector<PrintRowHeights> heights;
         for (const Style &s : m_styles)
-            heights.push_back(s.rowHeight);
+            heights.push_back({s.rowHeight, s.headHeight});
         const int body = pageHeight() - kMarginTop - kMarginBottom;
         m_pages = gfPrint_Pages(m_tables, heights, body, tableTop() - kMarginTop);
         m_paged = true;
@@ -101,7 +123,8 @@ void PrintEngine::drawParts(QPainter &painter, const QString &text, int y, int p
         painter.drawText(line, textFlags(aligns[i]), parts[i]);
 }
 
-void PrintEngine::drawRow(QPainter &painter, const PrintTable &table, const QStringList &cells, int y, int height) const
+void PrintEngine::drawRow(QPainter &painter, const PrintTable &table, const QStringList &cells, int y, int height,
+                          int flags) const
 {
     int x = kMarginSide;
     const auto &columns = table.columns();
@@ -109,7 +132,7 @@ void PrintEngine::drawRow(QPainter &painter, const PrintTable &table, const QStr
         const int width = columns[i].width;
         if (width > 2 * kPadding && !cells.value(qsizetype(i)).isEmpty())
             painter.drawText(QRectF(x + kPadding, y, width - 2 * kPadding, height),
-                             textFlags(alignmentOf(columns[i].align)), cells[qsizetype(i)]);
+                             int(alignmentOf(columns[i].align) | Qt::AlignVCenter) | flags, cells[qsizetype(i)]);
         x += width;
     }
 }
@@ -141,20 +164,22 @@ void PrintEngine::renderPage(QPainter &painter, int index, const std::optional<P
     const int top = y;
     const int width = table.width();
     if (!table.head().isEmpty()) {
-        painter.fillRect(QRectF(kMarginSide, y, width, body.rowHeight), kHeadRowShade);
+        painter.fillRect(QRectF(kMarginSide, y, width, body.headHeight), kHeadRowShade);
         QFont bold = body.font;
         bold.setBold(true);
         painter.setFont(bold);
-        drawRow(painter, table, table.head(), y, body.rowHeight);
-        y += body.rowHeight;
+        drawRow(painter, table, table.head(), y, body.headHeight, int(Qt::TextWordWrap));
+        y += body.headHeight;
     }
+    const int bodyTop = y;
     painter.setFont(body.font);
     for (int row = page.firstRow; row < page.firstRow + page.rowCount; ++row, y += body.rowHeight)
-        drawRow(painter, table, table.row(row), y, body.rowHeight);
+        drawRow(painter, table, table.row(row), y, body.rowHeight, int(Qt::TextSingleLine));
 
     if (m_lines && y > top) {
         painter.setPen(QPen(Qt::black, 0));
-        for (int line = top; line <= y; line += body.rowHeight)
+        painter.drawLine(kMarginSide, top, kMarginSide + width, top);
+        for (int line = bodyTop; line <= y; line += body.rowHeight)
             painter.drawLine(kMarginSide, line, kMarginSide + width, line);
         int x = kMarginSide;
         painter.drawLine(x, top, x, y);
@@ -176,7 +201,7 @@ QRectF PrintEngine::hitRect(const PrintHit &hit) const
     const PrintPage &page = pages()[size_t(hit.page)];
     const PrintTable &table = m_tables[size_t(hit.table)];
     const Style &body = m_styles[size_t(hit.table)];
-    int y = tableTop() + (table.head().isEmpty() ? 0 : body.rowHeight) + (hit.row - page.firstRow) * body.rowHeight;
+    int y = tableTop() + (table.head().isEmpty() ? 0 : body.headHeight) + (hit.row - page.firstRow) * body.rowHeight;
     int x = kMarginSide;
     const auto &columns = table.columns();
     for (int i = 0; i < hit.cell && i < int(columns.size()); ++i)

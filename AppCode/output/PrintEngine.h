@@ -62,11 +62,14 @@ private:
     struct Style {
         QFont font;
         int rowHeight = 0;
+        int headHeight = 0; // the header row's, whose captions wrap
     };
     const std::vector<PrintPage> &pages() const;
     Style style(int points, bool fixedPitch = false, bool bold = false) const;
     void drawParts(QPainter &painter, const QString &text, int y, int page) const;
-    void drawRow(QPainter &painter, const PrintTable &table, const QStringList &cells, int y, int height) const;
+    void drawRow(QPainter &painter, const PrintTable &table, const QStringList &cells, int y, int height,
+                 int flags) const;
+    static int headHeight(const PrintTable &table, const Style &style);
     QRectF hitRect(const PrintHit &hit) const;
     int tableTop() const;
 

@@ -11,6 +11,7 @@ class PrintEngine;
 
 // One page of a document on screen at a zoom, with a found text framed.
 class PrintPageView final : public QWidget {
+    Q_OBJECT
 public:
     explicit PrintPageView(const PrintEngine &engine, QWidget *parent = nullptr);
 

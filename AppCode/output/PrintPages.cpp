@@ -4,14 +4,14 @@
 
 namespace qln {
 
-std::vector<PrintPage> gfPrint_Pages(const std::vector<PrintTable> &tables, const std::vector<int> &rowHeights,
+std::vector<PrintPage> gfPrint_Pages(const std::vector<PrintTable> &tables, const std::vector<PrintRowHeights> &heights,
                                      int bodyHeight, int headHeight)
 {
     std::vector<PrintPage> pages;
     for (int t = 0; t < int(tables.size()); ++t) {
         const PrintTable &table = tables[size_t(t)];
-        const int rowHeight = std::max(1, rowHeights[size_t(t)]);
-        const int tableHead = table.head().isEmpty() ? 0 : rowHeight;
+        const int rowHeight = std::max(1, heights[size_t(t)].row);
+        const int tableHead = table.head().isEmpty() ? 0 : heights[size_t(t)].head;
         const int perPage = std::max(1, (bodyHeight - headHeight - tableHead) / rowHeight);
         int row = 0;
         do {

@@ -14,9 +14,15 @@ struct PrintPage {
     int rowCount = 0;
 };
 
+// The heights of a table's rows and of its header row, which may wrap.
+struct PrintRowHeights {
+    int row = 0;
+    int head = 0;
+};
+
 // Each table starts on a new page; a page holds as many rows of the table's height as fit
 // below the head lines and the table's header row. A table with no rows still gets its page.
-std::vector<PrintPage> gfPrint_Pages(const std::vector<PrintTable> &tables, const std::vector<int> &rowHeights,
+std::vector<PrintPage> gfPrint_Pages(const std::vector<PrintTable> &tables, const std::vector<PrintRowHeights> &heights,
                                      int bodyHeight, int headHeight);
 
 // A piece of text found in a cell.

@@ -19,6 +19,7 @@ class PrintPageView;
 
 // The preview of a printed list: page moves, zoom, find, print, save as PDF or CSV, mail.
 class frmSMPRNT_PREVIEW final : public QDialog {
+    Q_OBJECT
 public:
     explicit frmSMPRNT_PREVIEW(QWidget *parent = nullptr);
 

@@ -12,6 +12,7 @@ namespace qln {
 // One message through the station's mail settings, with a screen keyboard for touch stations.
 // It closes when the mail went out and stays open with its texts when it didn't.
 class frmSendMail final : public QDialog {
+    Q_OBJECT
 public:
     explicit frmSendMail(QWidget *parent = nullptr);
 

@@ -66,7 +66,7 @@ void saveAs(frmSMPRNT_PREVIEW &preview, const QString &file)
     ScopedModalScript script([&](QDialog &dialog) {
         if (auto *files = qobject_cast<QFileDialog *>(&dialog)) {
             files->selectFile(file);
-            files->accept();
+            dialog.accept(); // the file dialog's own accept, through its base
         }
     });
     QTest::keyClick(&preview, Qt::Key_F7);

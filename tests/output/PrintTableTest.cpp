@@ -132,7 +132,8 @@ TEST(PrintPagesAndFind, PagesFollowRowsAndFindMovesThroughThem)
 {
     // 10 rows of height 100 under a head row fit on a page of 1100.
     std::vector<PrintTable> tables{numbered(25, "r"), numbered(0, "none"), numbered(3, "s")};
-    const std::vector<PrintPage> pages = gfPrint_Pages(tables, {100, 100, 100}, 1100, 0);
+    const std::vector<PrintRowHeights> heights(3, {100, 100});
+    const std::vector<PrintPage> pages = gfPrint_Pages(tables, heights, 1100, 0);
     ASSERT_EQ(pages.size(), 5u);
     EXPECT_EQ(pages[2].firstRow, 20);
     EXPECT_EQ(pages[2].rowCount, 5);
@@ -140,7 +141,9 @@ TEST(PrintPagesAndFind, PagesFollowRowsAndFindMovesThroughThem)
     EXPECT_EQ(pages[3].rowCount, 0);
     EXPECT_EQ(pages[4].table, 2);
     // Head lines take room from every page.
-    EXPECT_EQ(gfPrint_Pages(tables, {100, 100, 100}, 1100, 500).size(), 7u);
+    EXPECT_EQ(gfPrint_Pages(tables, heights, 1100, 500).size(), 7u);
+    // So does a header row that wraps.
+    EXPECT_EQ(gfPrint_Pages(tables, std::vector<PrintRowHeights>(3, {100, 600}), 1100, 0).size(), 9u);
 
     std::optional<PrintHit> hit = gfPrint_Find(tables, pages, QStringLiteral("R1"), 0, std::nullopt);
     ASSERT_TRUE(hit);
