@@ -123,17 +123,51 @@ void PrintEngine::drawParts(QPainter &painter, const QString &text, int y, int p
         painter.drawText(line, textFlags(aligns[i]), parts[i]);
 }
 
-void PrintEngine::drawRow(QPainter &painter, const PrintTable &table, const QStringList &cells, int y, int height,
-                          int flags) const
+void PrintEngine::drawHead(QPainter &painter, const PrintTable &table, int y, int height) const
 {
+    const QStringList &cells = table.head();
     int x = kMarginSide;
     const auto &columns = table.columns();
     for (size_t i = 0; i < columns.size(); ++i) {
         const int width = columns[i].width;
         if (width > 2 * kPadding && !cells.value(qsizetype(i)).isEmpty())
             painter.drawText(QRectF(x + kPadding, y, width - 2 * kPadding, height),
-                             int(alignmentOf(columns[i].align) | Qt::AlignVCenter) | flags, cells[qsizetype(i)]);
+                             int(alignmentOf(columns[i].align) | Qt::AlignVCenter) | int(Qt::TextWordWrap), cells[qsizetype(i)]);
         x += width;
+    }
+}
+
+// A body row: each cell on one line, placed by hand, since the general text layout costs
+// more than the drawing; only a text too wide for its cell is clipped.
+void PrintEngine::drawLine(QPainter &painter, const QFontMetricsF &metrics, const PrintTable &table,
+                           const QStringList &cells, int y, int height) const
+{
+    const qreal baseline = y + (height - metrics.height()) / 2 + metrics.ascent();
+    const qreal widest = metrics.maxWidth();
+    int x = kMarginSide;
+    const auto &columns = table.columns();
+    for (size_t i = 0; i < columns.size(); ++i) {
+        const PrintColumn &column = columns[i];
+        const QString &text = i < size_t(cells.size()) ? cells[qsizetype(i)] : QString();
+        const qreal inner = column.width - 2 * kPadding;
+        if (inner > 0 && !text.isEmpty()) {
+            const bool left = column.align != QLatin1Char('^') && column.align != QLatin1Char('>');
+            const qreal advance = left && text.size() * widest <= inner ? 0 : metrics.horizontalAdvance(text);
+            qreal start = x + kPadding;
+            if (advance > inner) {
+                painter.save();
+                painter.setClipRect(QRectF(start, y, inner, height));
+                painter.drawText(QPointF(start, baseline), text);
+                painter.restore();
+            } else {
+                if (column.align == QLatin1Char('^'))
+                    start += (inner - advance) / 2;
+                else if (column.align == QLatin1Char('>'))
+                    start += inner - advance;
+                painter.drawText(QPointF(start, baseline), text);
+            }
+        }
+        x += column.width;
     }
 }
 
@@ -168,13 +202,14 @@ void PrintEngine::renderPage(QPainter &painter, int index, const std::optional<P
         QFont bold = body.font;
         bold.setBold(true);
         painter.setFont(bold);
-        drawRow(painter, table, table.head(), y, body.headHeight, int(Qt::TextWordWrap));
+        drawHead(painter, table, y, body.headHeight);
         y += body.headHeight;
     }
     const int bodyTop = y;
     painter.setFont(body.font);
+    const QFontMetricsF metrics(body.font, painter.device());
     for (int row = page.firstRow; row < page.firstRow + page.rowCount; ++row, y += body.rowHeight)
-        drawRow(painter, table, table.row(row), y, body.rowHeight, int(Qt::TextSingleLine));
+        drawLine(painter, metrics, table, table.row(row), y, body.rowHeight);
 
     if (m_lines && y > top) {
         painter.setPen(QPen(Qt::black, 0));

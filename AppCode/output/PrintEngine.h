@@ -10,6 +10,7 @@
 #include <optional>
 #include <vector>
 
+class QFontMetricsF;
 class QIODevice;
 class QPainter;
 class QPrinter;
@@ -67,8 +68,9 @@ private:
     const std::vector<PrintPage> &pages() const;
     Style style(int points, bool fixedPitch = false, bool bold = false) const;
     void drawParts(QPainter &painter, const QString &text, int y, int page) const;
-    void drawRow(QPainter &painter, const PrintTable &table, const QStringList &cells, int y, int height,
-                 int flags) const;
+    void drawHead(QPainter &painter, const PrintTable &table, int y, int height) const;
+    void drawLine(QPainter &painter, const QFontMetricsF &metrics, const PrintTable &table, const QStringList &cells,
+                  int y, int height) const;
     static int headHeight(const PrintTable &table, const Style &style);
     QRectF hitRect(const PrintHit &hit) const;
     int tableTop() const;
