@@ -7,7 +7,9 @@
 
 #include "support/QtPrinters.h"
 
+#include <QElapsedTimer>
 #include <QFile>
+#include <QProcess>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
@@ -91,6 +93,28 @@ TEST_F(Mail, ARefusedLoginOrADeadServerFailsWithTheErrorText)
     EXPECT_FALSE(gfbMail_Send(QStringLiteral("s"), QStringLiteral("b"), QStringLiteral("a@shop.test"), QString(),
                               QStringLiteral("c@shop.test"), QString()));
     EXPECT_FALSE(gsMail_LastError.isEmpty());
+}
+
+// A server that takes the connection and never greets: the send gives up within half a minute.
+TEST_F(Mail, AServerThatNeverAnswersTimesOut)
+{
+    QProcess silent;
+    silent.start(QStringLiteral("/usr/bin/python3"),
+                 {QStringLiteral("-c"), QStringLiteral("import socket,sys\n"
+                                                       "s=socket.socket(); s.bind(('127.0.0.1',0)); s.listen()\n"
+                                                       "print(s.getsockname()[1], flush=True)\n"
+                                                       "c=s.accept(); sys.stdin.read()")});
+    ASSERT_TRUE(silent.waitForReadyRead(10000));
+    const QString port = QString::fromLatin1(silent.readLine().trimmed());
+    SaveSetting(kZorSettings, QStringLiteral("EMAIL"), QStringLiteral("SMTPServer"), QStringLiteral("127.0.0.1:") + port);
+    QElapsedTimer clock;
+    clock.start();
+    EXPECT_FALSE(gfbMail_Send(QStringLiteral("s"), QStringLiteral("b"), QStringLiteral("a@shop.test"), QString(),
+                              QStringLiteral("c@shop.test"), QString()));
+    EXPECT_LT(clock.elapsed(), 30000);
+    EXPECT_FALSE(gsMail_LastError.isEmpty());
+    silent.closeWriteChannel();
+    silent.waitForFinished(5000);
 }
 
 TEST(MailLog, LinesCarryTimeRecipientAndSubject)
