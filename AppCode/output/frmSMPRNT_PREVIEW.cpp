@@ -24,6 +24,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenuBar>
+#include <QPageSetupDialog>
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QPrinterInfo>
@@ -58,6 +59,8 @@ frmSMPRNT_PREVIEW::frmSMPRNT_PREVIEW(QWidget *parent) : QDialog(parent)
     gpFont_normalise(this);
     resize(960, 760);
 }
+
+frmSMPRNT_PREVIEW::~frmSMPRNT_PREVIEW() = default;
 
 void frmSMPRNT_PREVIEW::mpControls_create()
 {
@@ -136,7 +139,7 @@ void frmSMPRNT_PREVIEW::mpMenus_create(QWidget *barWidget)
     QMenu *mnuPrint = bar->addMenu(QStringLiteral("&Print"));
     mnuPrint->setObjectName(QStringLiteral("mnuPrint"));
     connect(menuItem(mnuPrint, QStringLiteral("mnuPrinterSetup"), QStringLiteral("Printer &Setup")), &QAction::triggered,
-            this, [this] { mpPrint(false); });
+            this, [this] { mnuPrinterSetup_Click(); });
     connect(menuItem(mnuPrint, QStringLiteral("mnuPrint_item(0)"), QStringLiteral("&All Pages")), &QAction::triggered,
             this, [this] { mpPrint(false); });
     connect(menuItem(mnuPrint, QStringLiteral("mnuPrint_item(1)"), QStringLiteral("&Current Page")), &QAction::triggered,
@@ -226,11 +229,26 @@ bool frmSMPRNT_PREVIEW::mfbPrinter_ready()
     return false;
 }
 
+QPrinter &frmSMPRNT_PREVIEW::mfPrinter()
+{
+    if (!m_printer)
+        m_printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
+    return *m_printer;
+}
+
+void frmSMPRNT_PREVIEW::mnuPrinterSetup_Click()
+{
+    if (!mfbPrinter_ready())
+        return;
+    QPageSetupDialog dialog(&mfPrinter(), this);
+    gfiForm_show_modal(dialog);
+}
+
 void frmSMPRNT_PREVIEW::mpPrint(bool bCurrentOnly)
 {
     if (!mfbPrinter_ready())
         return;
-    QPrinter printer(QPrinter::HighResolution);
+    QPrinter &printer = mfPrinter();
     printer.setFromTo(1, m_engine.pageCount());
     QPrintDialog dialog(&printer, this);
     dialog.setMinMax(1, m_engine.pageCount());
@@ -251,8 +269,7 @@ void frmSMPRNT_PREVIEW::mpPrint_direct()
 {
     if (!mfbPrinter_ready())
         return;
-    QPrinter printer(QPrinter::HighResolution);
-    m_engine.print(printer, 0, m_engine.pageCount() - 1, mfProgress());
+    m_engine.print(mfPrinter(), 0, m_engine.pageCount() - 1, mfProgress());
 }
 
 void frmSMPRNT_PREVIEW::mnuPrint_Save_Click()

@@ -3,12 +3,14 @@
 
 #include <QDialog>
 
+#include <memory>
 #include <optional>
 
 class QComboBox;
 class QLabel;
 class QLineEdit;
 class QMenu;
+class QPrinter;
 class QProgressBar;
 class QPushButton;
 class QScrollArea;
@@ -22,6 +24,7 @@ class frmSMPRNT_PREVIEW final : public QDialog {
     Q_OBJECT
 public:
     explicit frmSMPRNT_PREVIEW(QWidget *parent = nullptr);
+    ~frmSMPRNT_PREVIEW() override;
 
     PrintEngine &engine() { return m_engine; }
     const PrintEngine &engine() const { return m_engine; }
@@ -42,6 +45,8 @@ private:
     void mpPage_show();
     void cboZoom_apply();
     bool mfbPrinter_ready();
+    void mnuPrinterSetup_Click();
+    QPrinter &mfPrinter();
     void mpPrint(bool bCurrentOnly);
     void mnuPrint_Save_Click();
     bool mfbCsv_save();
@@ -64,6 +69,7 @@ private:
     QLineEdit *txtFind = nullptr;
     QProgressBar *m_progress = nullptr;
     std::optional<PrintHit> m_lastHit;
+    std::unique_ptr<QPrinter> m_printer; // the setup's choices, for the prints after it
 };
 
 } // namespace qln
