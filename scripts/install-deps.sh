@@ -8,6 +8,7 @@ packages=(
   fonts-liberation2
   libgtest-dev libgmock-dev libbenchmark-dev
   postgresql xvfb xauth
+  poppler-utils python3-aiosmtpd
 )
 missing=()
 for p in "${packages[@]}"; do

@@ -6,6 +6,8 @@
 #include "common/ProcessState.h"
 #include "lookup/FGrid.h"
 #include "lookup/FlexGrid.h"
+#include "output/PrintFlexGrid.h"
+#include "output/PrintState.h"
 #include "platform/Clock.h"
 #include "platform/Help.h"
 #include "platform/Messages.h"
@@ -82,7 +84,6 @@ void frmDeptMain::mpControls_create()
     chkExpired->setObjectName(QStringLiteral("chkExpired"));
     cmdPrintTags = gfCommand_button(this, QStringLiteral("cmdPrintTags"), QStringLiteral("F5  Print Tags"));
     cmdPrint = gfCommand_button(this, QStringLiteral("cmdPrint"), QStringLiteral("F9  Print List"));
-    cmdPrint->setToolTip(QStringLiteral("Not available yet"));
     cmdQuit = gfCommand_button(this, QStringLiteral("cmdQuit"), QStringLiteral("Esc Cancel"));
     cmdHelp = gfCommand_button(this, QStringLiteral("cmdHelp"), QStringLiteral("F1 &Help"));
     fgrdItems = new FlexGrid(this);
@@ -105,6 +106,9 @@ void frmDeptMain::mpControls_create()
         connect(CmdPurge[i], &QPushButton::clicked, this, [this, i] { CmdPurge_Click(i); });
     connect(chkExpired, &QCheckBox::clicked, this, [this] { mpView_refresh(); });
     connect(cmdPrintTags, &QPushButton::clicked, this, [this] { gpTagLink_show(this); });
+    connect(cmdPrint, &QPushButton::clicked, this, [this] {
+        gpPrint_List(*fgrdItems, gfPrintHead_store(QStringLiteral("Departments with Promo Prices")), this);
+    });
     connect(cmdQuit, &QPushButton::clicked, this, [this] { cmdQuit_Click(); });
     connect(cmdHelp, &QPushButton::clicked, this, [] { gpHelp_guides_open(QStringLiteral("promoprices.htm")); });
     connect(fgrdItems, &FlexGrid::cellClicked, this, [this](int row, int col) { mpGrid_click(row, col); });
@@ -278,7 +282,7 @@ void frmDeptMain::mpExpiredPromos_list()
     mpEditButtons_enable();
 }
 
-void frmDeptMain::mpEditButtons_enable() { gpPromoButtons_follow(mbHasRows, {cmdEdit[0], cmdEdit[1], cmdEdit[2]}); }
+void frmDeptMain::mpEditButtons_enable() { gpPromoButtons_follow(mbHasRows, {cmdPrint, cmdEdit[0], cmdEdit[1], cmdEdit[2]}); }
 
 void frmDeptMain::mpView_refresh()
 {

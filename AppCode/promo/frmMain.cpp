@@ -13,6 +13,7 @@
 #include "lookup/FGrid.h"
 #include "lookup/FlexGrid.h"
 #include "lookup/InventoryPick.h"
+#include "output/PrintFlexGrid.h"
 #include "platform/Clock.h"
 #include "platform/Messages.h"
 #include "platform/ModalRunner.h"
@@ -104,7 +105,6 @@ void frmMain::mpControls_create()
     cmdPrintTags = gfCommand_button(this, QStringLiteral("cmdPrintTags"), QStringLiteral("F9  Print Tags"));
     cmdPrint = gfCommand_button(this, QStringLiteral("cmdPrint"), QStringLiteral("F11  Print List"));
     cmdPrint->setEnabled(false);
-    cmdPrint->setToolTip(QStringLiteral("Not available yet"));
     cmdQuit = gfCommand_button(this, QStringLiteral("cmdQuit"), QStringLiteral("Esc Cancel"));
     chkExpired = new QCheckBox(QStringLiteral("Show Expired Promos on Grid"), this);
     chkExpired->setObjectName(QStringLiteral("chkExpired"));
@@ -126,6 +126,7 @@ void frmMain::mpControls_create()
     connect(cmdPurge[0], &QPushButton::clicked, this, [this] { mpPurge_item(); });
     connect(cmdPurge[1], &QPushButton::clicked, this, [this] { mpPurge_all(); });
     connect(cmdPrintTags, &QPushButton::clicked, this, [this] { gpTagLink_show(this); });
+    connect(cmdPrint, &QPushButton::clicked, this, [this] { cmdPrint_Click(); });
     connect(cmdQuit, &QPushButton::clicked, this, [this] { cmdQuit_Click(); });
     connect(chkExpired, &QCheckBox::clicked, this, [this] { chkExpired_Click(); });
     connect(txtSearch, &QLineEdit::textChanged, this, [this](const QString &text) { txtSearch_Change(text); });
@@ -362,7 +363,7 @@ bool frmMain::mfbAll_rows_add(int total)
 
 void frmMain::mpButtons_state()
 {
-    gpPromoButtons_follow(mbHasRows, {cmdEdit[0], cmdEdit[1], cmdEdit[2], cmdPurge[0]});
+    gpPromoButtons_follow(mbHasRows, {cmdEdit[0], cmdEdit[1], cmdEdit[2], cmdPurge[0], cmdPrint});
     cmdPurge[1]->setEnabled(true);
     cmdPrintTags->setEnabled(gfbTagProgram_exists());
 }
@@ -581,6 +582,13 @@ void frmMain::mpPurge_all()
         return;
     mpItem_list_fill(false);
     gpMouse_normal();
+}
+
+void frmMain::cmdPrint_Click()
+{
+    const QString itemId = lblEditData[0]->text().trimmed();
+    const QString subtitle = itemId.isEmpty() ? lblEditData[1]->text().trimmed() : itemId;
+    gpPrint_List(*fgrdItems, gfPrintHead_store(lblEditData[2]->text().trimmed(), subtitle), this);
 }
 
 void frmMain::cmdQuit_Click()

@@ -57,6 +57,7 @@ private:
     void mpPromo_delete();
     void mpPurge_item();
     void mpPurge_all();
+    void cmdPrint_Click();
     void cmdQuit_Click();
 
     QLabel *lblEdit[3] = {};

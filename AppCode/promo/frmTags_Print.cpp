@@ -9,6 +9,7 @@
 #include "common/FormKeys.h"
 #include "common/FormLook.h"
 #include "common/ProcessState.h"
+#include "output/PrintFlexGrid.h"
 #include "platform/Clock.h"
 #include "platform/Help.h"
 #include "platform/Messages.h"
@@ -37,6 +38,7 @@ namespace {
 constexpr int kPromoByInvuidStart = 8;
 constexpr int kItemByRecordNum = 0;
 const QDate kFirstPromoDay(1990, 1, 1);
+constexpr int kListPoints = 8;
 
 } // namespace
 
@@ -90,6 +92,7 @@ frmTags_Print::frmTags_Print(QWidget *parent) : QDialog(parent)
     connect(cmdAccept, &QPushButton::clicked, this, [this] { cmdAccept_Click(); });
     connect(cmdCalendar, &QPushButton::clicked, this, [this] { cmdCalendar_Click(); });
     connect(cmdPrint, &QPushButton::clicked, this, [this] { cmdPrint_Click(); });
+    connect(cmdPrintList, &QPushButton::clicked, this, [this] { cmdPrintList_Click(); });
     connect(cmdExit, &QPushButton::clicked, this, &QDialog::reject);
     connect(cmdHelp, &QPushButton::clicked, this, [this] { gpHelp_guides_open(objectName()); });
 
@@ -110,8 +113,7 @@ frmTags_Print::~frmTags_Print()
 void frmTags_Print::mpPrint_enable(bool bEnabled)
 {
     cmdPrint->setEnabled(bEnabled);
-    // The list's printing service isn't in the program yet: F9 stays off whatever the fill.
-    cmdPrintList->setEnabled(false);
+    cmdPrintList->setEnabled(bEnabled);
 }
 
 void frmTags_Print::cmdAccept_Click()
@@ -211,6 +213,21 @@ void frmTags_Print::cmdPrint_Click()
         return;
     }
     gpTagProgram_run(msTagFile);
+}
+
+void frmTags_Print::cmdPrintList_Click()
+{
+    const QString from = txtEdit[0]->text().trimmed();
+    const QString to = txtEdit[1]->text().trimmed();
+    QString subtitle = QStringLiteral("All Dates");
+    if (!from.isEmpty() && !to.isEmpty())
+        subtitle = from + QStringLiteral(" to ") + to;
+    else if (!from.isEmpty() || !to.isEmpty())
+        subtitle = from + to;
+    QStringList lines;
+    for (int i = 0; i < lstPromos->count(); ++i)
+        lines << lstPromos->item(i)->text();
+    gpPrint_Lines(lines, gfPrintHead_store(QStringLiteral("Promos"), subtitle), kListPoints, this);
 }
 
 } // namespace qln

@@ -22,6 +22,7 @@ private:
     void cmdAccept_Click();
     void cmdCalendar_Click();
     void cmdPrint_Click();
+    void cmdPrintList_Click();
     bool mfbDates_check();
     bool mfbDate_check(int index);
     QDate mfdBox_date(int index) const;

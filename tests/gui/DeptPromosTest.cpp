@@ -216,6 +216,7 @@ TEST_F(DeptPromos, ARoadFromThePickerThroughTheEditorToTheTableAndTheList)
     EXPECT_EQ(g.TextMatrix(1, 2), QStringLiteral("By Percent"));
     EXPECT_EQ(g.TextMatrix(1, 3), QStringLiteral("10.00%"));
     EXPECT_TRUE(cmd(*form, QStringLiteral("cmdEdit(1)"))->isEnabled());
+    EXPECT_TRUE(cmd(*form, QStringLiteral("cmdPrint"))->isEnabled()) << "rows to print";
     EXPECT_TRUE(boxes.shown().isEmpty()) << boxes.texts().join(QLatin1Char('|')).toStdString();
 
     // Cancel in the picker blanks the current code: the next refresh finds nothing.

@@ -5,6 +5,8 @@
 #include "common/DateForms.h"
 #include "common/ProcessState.h"
 #include "lookup/FlexGrid.h"
+#include "output/PrintState.h"
+#include "output/frmSMPRNT_PREVIEW.h"
 #include "platform/Clock.h"
 #include "platform/ModalRunner.h"
 #include "promo/PromoList.h"
@@ -434,4 +436,31 @@ TEST_F(ItemPromos, AllItemsFaceListsSortsAndSearches)
     // With expired promos shown the expired row comes in as well.
     child<QCheckBox>(*form, QStringLiteral("chkExpired"))->click();
     EXPECT_EQ(g.Rows(), 4);
+}
+
+TEST_F(ItemPromos, F11PrintsTheListUnderTheItemAndStoreHeads)
+{
+    addPromo(kToday, kToday.addDays(3), kChangeByPercent, Money::fromWhole(20), 1);
+    addPromo(kToday.addDays(4), kToday.addDays(9), kChangeBy, Money::fromWhole(1), 2);
+    auto form = openOnItem();
+    ASSERT_TRUE(cmd(*form, QStringLiteral("cmdPrint"))->isEnabled());
+    QStringList heads;
+    std::vector<QStringList> rows;
+    ScopedModalScript script([&](QDialog &dialog) {
+        auto *preview = qobject_cast<frmSMPRNT_PREVIEW *>(&dialog);
+        ASSERT_NE(preview, nullptr);
+        const PrintTable &table = preview->engine().tables().front();
+        heads = table.head();
+        for (int r = 0; r < table.rowCount(); ++r)
+            rows.push_back(table.row(r));
+    });
+    QTest::keyClick(form.get(), Qt::Key_F11);
+    EXPECT_EQ(sPrintTitle, label(*form, QStringLiteral("lblEditData(2)")).trimmed());
+    EXPECT_EQ(gsaPrint_HeadLines, QStringList{QStringLiteral("1000000.7")});
+    EXPECT_EQ(sPrintHeadLeft, QStringLiteral("Quillon Demo Store"));
+    EXPECT_EQ(gfsPrint_Footer(), QStringLiteral("|Store #1Page %d"));
+    // The item face hides S/L, description and the sort twins: they leave the list.
+    EXPECT_EQ(heads, strings({"Reg. Price", "Promo Price", "Starting", "Ending", "Type Change", "Amount"}));
+    ASSERT_EQ(rows.size(), 2u);
+    EXPECT_EQ(rows[0].value(2), shortDate(kToday));
 }

@@ -2,6 +2,9 @@
 // what it was handed.
 #include "promo/frmTags_Print.h"
 
+#include "output/PrintState.h"
+#include "output/frmSMPRNT_PREVIEW.h"
+
 #include "DemoData.h"
 #include "common/ProcessState.h"
 #include "platform/Clock.h"
@@ -64,6 +67,12 @@ void enterDates(QWidget &form, const QString &start, const QString &end)
         QTest::keyClicks(txtEdit(form, i), i == 0 ? start : end);
         QTest::keyClick(txtEdit(form, i), Qt::Key_Return);
     }
+}
+
+void typeIntoBoth(QWidget &form, const QString &start, const QString &end)
+{
+    for (int i = 0; i < 2; ++i)
+        txtEdit(form, i)->setText(i == 0 ? start : end);
 }
 
 QString line(qint32 item, const char *description, const char *price)
@@ -178,7 +187,7 @@ TEST_F(TagsPrint, NoDatesListTheItemPromosRunningTodayOnTheDemoSet)
         EXPECT_EQ(list(form)->selectedItems().size(), expected) << "every line starts selected";
         EXPECT_TRUE(cmd(form, "cmdPrint")->isEnabled());
         EXPECT_EQ(QApplication::focusWidget(), cmd(form, "cmdPrint"));
-        EXPECT_FALSE(cmd(form, "cmdPrintList")->isEnabled()) << "nothing prints the list yet";
+        EXPECT_TRUE(cmd(form, "cmdPrintList")->isEnabled());
     });
 }
 
@@ -313,5 +322,40 @@ TEST_F(TagsPrint, EuropeanDatesAreRewrittenAndABadDateKeepsTheFocus)
         EXPECT_EQ(txtEdit(form, 0)->text(), QStringLiteral("22-11-26")) << "the picker starts on today";
         EXPECT_EQ(txtEdit(form, 1)->text(), QStringLiteral("30-11-26")) << "and accepts what it chose";
         EXPECT_EQ(lines(form).size(), 1);
+    });
+}
+
+TEST_F(TagsPrint, F9PrintsEveryLineAsItStandsUnderItsDates)
+{
+    clearPromos();
+    addItem(500001, "RUNNING", "10.00");
+    addItem(500002, "ALSO RUNNING", "8.00");
+    addPromo(500001, kToday.addDays(-2), kToday.addDays(8), kChangeTo, "7.50");
+    addPromo(500002, kToday.addDays(-2), kToday.addDays(8), kChangeBy, "1.00");
+    QStringList printed, heads;
+    calendar = [&](QDialog &shown) {
+        auto *preview = qobject_cast<frmSMPRNT_PREVIEW *>(&shown);
+        ASSERT_NE(preview, nullptr);
+        const PrintTable &table = preview->engine().tables().front();
+        for (int r = 0; r < table.rowCount(); ++r)
+            printed << table.row(r);
+        heads = gsaPrint_HeadLines;
+    };
+    play([&](QDialog &form) {
+        QTest::keyClick(txtEdit(form, 1), Qt::Key_Return);
+        list(form)->item(0)->setSelected(false);
+        QTest::keyClick(&form, Qt::Key_F9);
+        EXPECT_EQ(printed, lines(form)) << "selected or not";
+        EXPECT_EQ(heads, QStringList{QStringLiteral("All Dates")});
+        EXPECT_EQ(sPrintTitle, QStringLiteral("Promos"));
+        EXPECT_EQ(sPrintHeadLeft, QStringLiteral("Quillon Demo Store"));
+
+        printed.clear();
+        typeIntoBoth(form, QStringLiteral("11/20/2026"), QString());
+        QTest::keyClick(&form, Qt::Key_F9);
+        EXPECT_EQ(heads, QStringList{QStringLiteral("11/20/2026")});
+        typeIntoBoth(form, QStringLiteral("11/20/2026"), QStringLiteral("11/23/2026"));
+        QTest::keyClick(&form, Qt::Key_F9);
+        EXPECT_EQ(heads, QStringList{QStringLiteral("11/20/2026 to 11/23/2026")});
     });
 }
