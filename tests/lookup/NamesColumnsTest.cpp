@@ -11,10 +11,12 @@ using namespace qln::test;
 
 namespace {
 
-class NamesColumns : public ::testing::Test {
+// On a connected store, as the engine reads in a transaction of the connection.
+class NamesColumns : public LookupStore {
 protected:
     void SetUp() override
     {
+        LookupStore::SetUp();
         gpLookupState_reset(false);
         QFile file(dir.filePath(QStringLiteral("SYSTERMS.MSG")));
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
@@ -27,7 +29,7 @@ protected:
     void TearDown() override
     {
         gaTerms.clear();
-        gpLookupState_reset();
+        LookupStore::TearDown();
     }
 
     static QStringList shown()
