@@ -2,8 +2,6 @@
 #include <QList>
 #include <QString>
 
-class QVariant;
-
 namespace qln {
 
 class clsINI_Services;

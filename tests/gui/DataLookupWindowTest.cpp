@@ -1,9 +1,10 @@
 #include "lookup/frmDataLookup.h"
 
 #include "DemoData.h"
+#include "common/ItemNumber.h"
+#include "common/ProcessState.h"
 #include "lookup/DataGridState.h"
 #include "lookup/FlexGrid.h"
-#include "common/ItemNumber.h"
 #include "shell/ProcessReset.h"
 #include "shell/Startup.h"
 #include "store/Departments.h"
@@ -140,7 +141,7 @@ TEST_F(DataLookupWindow, QuantitiesEnteredOverTheCellAreHandedBackOnAccept)
     cell->clear();
     QTest::keyClicks(cell, QStringLiteral("two"));
     QTest::keyClick(cell, Qt::Key_Return);
-    EXPECT_EQ(boxes.texts(), QStringList({"Please insert a quantity number in this field or leave blank."}));
+    EXPECT_EQ(boxes.texts(), strings({"Please insert a quantity number in this field or leave blank."}));
     EXPECT_TRUE(cell->isVisible());
     cell->clear();
     QTest::keyClicks(cell, QStringLiteral("0"));
@@ -170,7 +171,7 @@ TEST_F(DataLookupWindow, CancelHandsBackNothingAndAnUnknownVendorIsTold)
     form.show();
     EXPECT_EQ(grid(form)->Rows(), 1);
     EXPECT_EQ(columnOf(*grid(form), "Vendor"), -1);
-    EXPECT_EQ(boxes.texts(), QStringList({"No matching Items found"}));
+    EXPECT_EQ(boxes.texts(), strings({"No matching Items found"}));
     QTest::keyClick(list(form), Qt::Key_F10);
     EXPECT_TRUE(gaLookupEntries.isEmpty());
 }

@@ -42,11 +42,11 @@ TEST_F(DataLookupRows, KitsNonDecrementingItemsMatrixRootsAndDeletedItemsNeverSh
 
     QList<QStringList> rows;
     ASSERT_TRUE(gfbDataLookup_Items(QStringLiteral("OPEN"), rows));
-    EXPECT_EQ(descriptions(rows), QStringList({"Plain", "Two codes", "Two codes"})) << "ordered by Item ID";
+    EXPECT_EQ(descriptions(rows), strings({"Plain", "Two codes", "Two codes"})) << "ordered by Item ID";
     QStringList upcs = {rows[1][7], rows[2][7]};
     upcs.sort();
-    EXPECT_EQ(upcs, QStringList({"012345678905", "012345678912"}));
-    EXPECT_EQ(rows[0], QStringList({"", "Plain", "2", "0", "ID001", "1000000.1", "Sub 1", "", "ACME", ".50"}));
+    EXPECT_EQ(upcs, strings({"012345678905", "012345678912"}));
+    EXPECT_EQ(rows[0], strings({"", "Plain", "2", "0", "ID001", "1000000.1", "Sub 1", "", "ACME", ".50"}));
 }
 
 TEST_F(DataLookupRows, AVendorHoldingAQuoteFindsItsItemsAndTheVendorColumnShowsOnlyForAll)
@@ -59,7 +59,7 @@ TEST_F(DataLookupRows, AVendorHoldingAQuoteFindsItsItemsAndTheVendorColumnShowsO
 
     QList<QStringList> rows;
     ASSERT_TRUE(gfbDataLookup_Items(QStringLiteral("O'NEIL"), rows));
-    EXPECT_EQ(descriptions(rows), QStringList({"Bolt", "Dear"}));
+    EXPECT_EQ(descriptions(rows), strings({"Bolt", "Dear"}));
     EXPECT_EQ(rows[1].size(), 9) << "no vendor column for one vendor";
     EXPECT_EQ(rows[1].last(), QStringLiteral("1234.57"));
     EXPECT_TRUE(gfsDataLookup_ItemsSql(QStringLiteral("O'NEIL")).contains(QStringLiteral("VendorCode ='O''NEIL'")));
@@ -97,5 +97,5 @@ TEST_F(DataLookupRows, DepartmentsComeByCode)
     for (const QStringList &r : rows)
         codes << r[0];
     EXPECT_TRUE(codes.indexOf(QStringLiteral("001.002.000")) < codes.indexOf(QStringLiteral("002.000.000")));
-    EXPECT_EQ(rows.last(), QStringList({"002.000.000", "Dept 002"}));
+    EXPECT_EQ(rows.last(), strings({"002.000.000", "Dept 002"}));
 }

@@ -55,7 +55,7 @@ TEST_F(NamesColumns, HeadersFollowTheSitesTermsAndPhoneStandsInForTheARCode)
     EXPECT_EQ(iLookupKey, 1);
     EXPECT_EQ(iSortField, kNameLastName);
     EXPECT_EQ(iGridCols, 10);
-    EXPECT_EQ(shown(), QStringList({" F7\nCompany", " F6\n AR Code", " F4\nSurname", " F5\nFirst Name",
+    EXPECT_EQ(shown(), strings({" F7\nCompany", " F6\n AR Code", " F4\nSurname", " F5\nFirst Name",
                                     "Street Address", "City", "State", "Zip\n F8", "MC\n F9"}));
     EXPECT_EQ(gaGridColumns[2].sCaption, QStringLiteral(" Phone"));
     EXPECT_EQ(gLookupCaptions.sTitle, QStringLiteral("Name Lookup"));
