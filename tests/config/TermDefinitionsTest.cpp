@@ -84,16 +84,24 @@ TEST_F(TermDefinitionsTest, AnUnknownOrEmptyTermReadsErrorAndTellsEachTime)
 
 TEST_F(TermDefinitionsTest, DamagedFilesGiveWhatCanBeReadAndNoCrash)
 {
-    // Duplicate numbers (the first counts), one key out of range, a section missing,
-    // lines ended by CR alone in one part and LF in another.
-    write("SYSTERMS.MSG", "[INDEX]\r050=Business\r050=Firm\r99999999=Huge\rx=y\n"
+    // Duplicate numbers (the first counts), keys out of range or not numbers, a section
+    // missing ([DEFINED]), CR LF and LF line ends mixed.
+    write("SYSTERMS.MSG", "[INDEX]\r\n050=Business\r\n050=Firm\n99999999=Huge\nx=y\n-3=Minus\n"
                           "[DEFAULT]\n050=Company\n050=Firm\n094=Last Name\n");
     EXPECT_TRUE(gfbTerms_load(dir.path()));
     EXPECT_EQ(gfsTerm(QStringLiteral("Business")), QStringLiteral("Company"));
     EXPECT_EQ(gfiTerm_Index(QStringLiteral("Firm")), 0);
+    EXPECT_EQ(gfiTerm_Index(QStringLiteral("Huge")), 0);
     EXPECT_EQ(gfsTerm(kTermLastName), QStringLiteral("Last Name")) << "a term with no name is found by number";
     EXPECT_LE(gaTerms.size(), 10000);
     EXPECT_TRUE(boxes.shown().isEmpty());
+
+    // Lines ended by CR alone are one line to the settings reader: the section is not there,
+    // and its terms are told missing when asked for.
+    write("SYSTERMS.MSG", "[INDEX]\r050=Business\r[DEFAULT]\r050=Company\r");
+    EXPECT_TRUE(gfbTerms_load(dir.path()));
+    EXPECT_EQ(gfsTerm(kTermBusiness), QStringLiteral("ERROR"));
+    EXPECT_EQ(boxes.shown().size(), 1);
 
     QTemporaryDir empty;
     EXPECT_FALSE(gfbTerms_load(empty.path()));
@@ -103,6 +111,7 @@ TEST_F(TermDefinitionsTest, DamagedFilesGiveWhatCanBeReadAndNoCrash)
 
 TEST_F(TermDefinitionsTest, TheFolderIsTheSettingOrElseTheDataPath)
 {
+    write("ZOR.INI", "[LOOKUP]\r\n");
     clsINI_Services ini;
     ASSERT_TRUE(ini.FileOpen(dir.filePath(QStringLiteral("ZOR.INI"))));
     EXPECT_EQ(gfsTerms_path(ini, QStringLiteral("/data")), QStringLiteral("/data"));
