@@ -60,7 +60,7 @@ QList<DataLookupColumn> gfaDataLookup_Columns(int iMode, const QString &sVendor)
         {QStringLiteral("Sub Desc"), 1700, 1},  {QStringLiteral("UPC"), 1500, 1},
     };
     if (sVendor.trimmed().compare(QLatin1String("OPEN"), Qt::CaseInsensitive) == 0)
-        columns.append({QStringLiteral("Vendor"), 1200, 1});
+        columns.append({QStringLiteral("Vendor"), 1700, 1});
     columns.append({QStringLiteral("Cost"), 900, 7});
     return columns;
 }
