@@ -1,6 +1,5 @@
 #include "config/TermDefinitions.h"
 
-#include "config/IniServices.h"
 #include "config/TermConstants.h"
 #include "support/QtPrinters.h"
 #include "support/ScriptedMessages.h"
@@ -107,14 +106,4 @@ TEST_F(TermDefinitionsTest, DamagedFilesGiveWhatCanBeReadAndNoCrash)
     EXPECT_FALSE(gfbTerms_load(empty.path()));
     EXPECT_TRUE(gaTerms.isEmpty());
     EXPECT_EQ(gfsTerm(kTermLastName), QStringLiteral("ERROR"));
-}
-
-TEST_F(TermDefinitionsTest, TheFolderIsTheSettingOrElseTheDataPath)
-{
-    write("ZOR.INI", "[LOOKUP]\r\n");
-    clsINI_Services ini;
-    ASSERT_TRUE(ini.FileOpen(dir.filePath(QStringLiteral("ZOR.INI"))));
-    EXPECT_EQ(gfsTerms_path(ini, QStringLiteral("/data")), QStringLiteral("/data"));
-    ASSERT_TRUE(ini.WriteData(QStringLiteral("ZOR Terms"), QStringLiteral("TERMSPATH"), QStringLiteral(" /terms ")));
-    EXPECT_EQ(gfsTerms_path(ini, QStringLiteral("/data")), QStringLiteral("/terms"));
 }

@@ -82,20 +82,3 @@ TEST_F(DataLookupRows, TheItemsStatementIsTheSuitesText)
                              "Kit<>'Y' AND Status = ' ' AND SubDescription <> 'MATRIX ROOT' ORDER BY ITEMID")
                   .arg(inv, upc));
 }
-
-TEST_F(DataLookupRows, DepartmentsComeByCode)
-{
-    for (const char *code : {"002.000.000", "001.002.000"}) {
-        gDept = DeptRecord();
-        gDept.DeptCode = QString::fromLatin1(code);
-        gDept.Department = QStringLiteral("Dept ") + QString::fromLatin1(code).left(3);
-        ASSERT_TRUE(gfbDB_RecordOp(kDeptTable, kOpInsert));
-    }
-    QList<QStringList> rows;
-    ASSERT_TRUE(gfbDataLookup_Departments(rows));
-    QStringList codes;
-    for (const QStringList &r : rows)
-        codes << r[0];
-    EXPECT_TRUE(codes.indexOf(QStringLiteral("001.002.000")) < codes.indexOf(QStringLiteral("002.000.000")));
-    EXPECT_EQ(rows.last(), strings({"002.000.000", "Dept 002"}));
-}

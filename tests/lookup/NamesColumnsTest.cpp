@@ -81,32 +81,6 @@ TEST_F(NamesColumns, AMissingTermIsToldAndTheListStaysUsable)
     EXPECT_EQ(boxes.shown().size(), 3);
 }
 
-TEST_F(NamesColumns, EachKeyedColumnSortsByItsKeyAndTheAddressOnlyForDisplay)
-{
-    gfbGridSetUp_Names();
-    struct Expect {
-        int col;
-        const char *label;
-        const char *field;
-        int key;
-        int sortField2;
-    };
-    const Expect cases[] = {
-        {0, "--Business", "Business", 5, -1}, {1, "--A/R Code", "ARCode", 1, -1}, {2, "--Phone", "PhoneIndex", 9, -1},
-        {3, "--Last Name", "LastName", 2, -1}, {4, "--First Name", "FirstName", 7, -1},
-        {5, "--Street", "Address", 2, kNameAddress}, {6, "--City", "City", 2, kNameCity},
-        {7, "--State", "STATE", 2, kNameState}, {8, "--Zip Code", "Zip", 3, -1}, {9, "--Mail Code", "Mail", 4, -1},
-    };
-    for (const Expect &e : cases) {
-        iLookupKey = 1;
-        gpDataGrid_SetSortNames(e.col);
-        EXPECT_EQ(gLookupCaptions.sSearchLabel, QString::fromLatin1(e.label)) << e.col;
-        EXPECT_EQ(sKeyFieldName, QString::fromLatin1(e.field)) << e.col;
-        EXPECT_EQ(iLookupKey, e.key) << e.col;
-        EXPECT_EQ(iSortField2, e.sortField2) << e.col;
-    }
-}
-
 TEST_F(NamesColumns, TypedTextFindsANameOnScreenInTheKeysColumn)
 {
     gfbGridSetUp_Names();
