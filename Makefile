@@ -1,7 +1,8 @@
 BUILD ?= build
+PREFIX ?= /usr/local
 CMAKE_FLAGS ?= -DCMAKE_BUILD_TYPE=RelWithDebInfo
 
-.PHONY: all deps configure build test run bench clean
+.PHONY: all deps configure build test run bench clean install
 
 all: build
 
@@ -25,3 +26,6 @@ bench: build
 
 clean:
 	rm -rf $(BUILD)
+
+install: build
+	cmake --install $(BUILD) --prefix $(PREFIX)

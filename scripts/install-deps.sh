@@ -5,6 +5,7 @@ packages=(
   build-essential cmake ninja-build pkg-config
   qt6-base-dev qt6-base-dev-tools libqt6sql6-sqlite libqt6sql6-psql libgl-dev
   libsqlite3-dev sqlite3 libssl-dev libcurl4-openssl-dev
+  fonts-liberation2
   libgtest-dev libgmock-dev libbenchmark-dev
   postgresql xvfb xauth
 )

@@ -94,8 +94,5 @@ inline LookupSettings gLookupSettings;
 
 // The right that lets a user see cost.
 constexpr int kRightSeeCost = 46;
-// Whether the current sales code has a right. The access subsystem installs the real
-// check; until then a secured right is refused.
-inline std::function<bool(const QString &sSalesCode, int iRight)> gfbSalesCode_right;
 
 } // namespace qln

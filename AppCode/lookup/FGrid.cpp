@@ -48,6 +48,18 @@ void gpGrid_FitColumns(FlexGrid &grid)
         grid.setColWidth(col, int(std::nearbyint(double(grid.ColWidth(col)) * width / target)));
 }
 
+void gpGrid_ScaleColumns(FlexGrid &grid, const std::vector<int> &designTwips)
+{
+    qint64 design = 0;
+    for (const int twips : designTwips)
+        design += twips;
+    const qint64 width = grid.ClientWidth();
+    for (int col = 0; col < int(designTwips.size()) && col < grid.Cols(); ++col) {
+        const int base = designTwips[size_t(col)];
+        grid.setColWidth(col, design > 0 ? int(base * width / design) : base);
+    }
+}
+
 void gpGrid_AddRow(FlexGrid &grid, int &count)
 {
     ++count;

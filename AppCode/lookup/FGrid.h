@@ -1,4 +1,5 @@
 #pragma once
+#include <vector>
 
 namespace qln {
 
@@ -13,6 +14,10 @@ int gfiGrid_TotalWidth(const FlexGrid &grid);
 int gfiGrid_LastColumnOnPage(const FlexGrid &grid, int width, int firstCol);
 // Scales the columns so that they fill the grid's width, less 300 twips for its chrome.
 void gpGrid_FitColumns(FlexGrid &grid);
+// Sets the columns to `designTwips` scaled so that together they fill the grid's client width:
+// a window whose columns scale with it takes the sum of its design widths as the grid's width
+// at load, so the columns fill the grid from the first show on and keep their proportions.
+void gpGrid_ScaleColumns(FlexGrid &grid, const std::vector<int> &designTwips);
 // Counts a new row in `count`; the first one reuses the blank row that a fresh grid has.
 void gpGrid_AddRow(FlexGrid &grid, int &count);
 void gpGrid_GoTop(FlexGrid &grid, int lastCol);

@@ -1,16 +1,18 @@
 #include "lookup/FlexGrid.h"
 
+#include "common/FormLook.h"
+
 #include <QFont>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLocale>
 #include <QMouseEvent>
 #include <QScrollBar>
+#include <QStyle>
 #include <QTableView>
 #include <QVBoxLayout>
 
 #include <algorithm>
-#include <cmath>
 
 namespace qln {
 
@@ -19,8 +21,6 @@ namespace {
 constexpr int kDefaultColWidth = 960;
 constexpr int kAlignGeneral = 9;
 constexpr quint32 kSystemColour = 0x80000000u;
-
-int toPixels(int twips) { return int(std::lround(double(twips) / FlexGrid::kTwipsPerPixel)); }
 
 bool isNumeric(const QString &text)
 {
@@ -437,9 +437,9 @@ void FlexGrid::setColAlignment(int col, int alignment)
 int FlexGrid::RowHeight(int row) const
 {
     if (row < headerRows())
-        return m_headerHeight > 0 ? m_headerHeight : m_view->horizontalHeader()->sizeHint().height() * kTwipsPerPixel;
+        return m_headerHeight > 0 ? m_headerHeight : toTwips(m_view->horizontalHeader()->sizeHint().height());
     const int twips = m_cells.rowHeight(row);
-    return twips >= 0 ? twips : m_view->verticalHeader()->defaultSectionSize() * kTwipsPerPixel;
+    return twips >= 0 ? twips : toTwips(m_view->verticalHeader()->defaultSectionSize());
 }
 
 void FlexGrid::setRowHeight(int row, int twips)
@@ -456,6 +456,20 @@ void FlexGrid::setRowHeight(int row, int twips)
         m_view->setRowHeight(row - m_model->offset(), toPixels(twips));
     else
         shapeChanged();
+}
+
+int FlexGrid::toPixels(int twips) const { return gfiTwips_toPixels(twips, this); }
+
+int FlexGrid::toTwips(int pixels) const { return gfiPixels_toTwips(pixels, this); }
+
+int FlexGrid::Width() const { return toTwips(width()); }
+
+int FlexGrid::Height() const { return toTwips(height()); }
+
+int FlexGrid::ClientWidth() const
+{
+    const int scrollBar = m_view->style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, m_view);
+    return toTwips(std::max(0, width() - 2 * m_view->frameWidth() - scrollBar));
 }
 
 void FlexGrid::setWidth(int twips) { resize(toPixels(twips), height()); }

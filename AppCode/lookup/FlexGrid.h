@@ -14,15 +14,13 @@ class FlexView;
 
 // A grid with the flex grid's programming model over a QTableView. Rows and columns count
 // from 0 and row 0 is the header (shown as the view's header while FixedRows is at least 1);
-// widths and heights are in twips, 15 to a pixel; colours are OLE colours (FlexCells.h).
+// widths and heights are in twips (FormLook.h); colours are OLE colours (FlexCells.h).
 // Setting Row or Col also sets RowSel or ColSel; FillStyle 1 makes Text and the Cell
 // properties apply to the whole selection instead of the current cell. While Redraw is off
 // the view is told nothing, so a large fill costs no more than filling the vector.
 class FlexGrid : public QWidget {
     Q_OBJECT
 public:
-    static constexpr int kTwipsPerPixel = 15;
-
     explicit FlexGrid(QWidget *parent = nullptr);
     ~FlexGrid() override;
 
@@ -62,10 +60,13 @@ public:
     void setColAlignment(int col, int alignment);
     int RowHeight(int row) const;
     void setRowHeight(int row, int twips);
-    int Width() const { return width() * kTwipsPerPixel; }
+    int Width() const;
     void setWidth(int twips);
-    int Height() const { return height() * kTwipsPerPixel; }
+    int Height() const;
     void setHeight(int twips);
+    // The width that columns can fill without a horizontal scroll bar, a vertical one
+    // counted as shown, so that the fill holds however many rows come.
+    int ClientWidth() const;
 
     bool WordWrap() const { return m_wordWrap; }
     void setWordWrap(bool on);
@@ -105,6 +106,8 @@ private:
     friend class FlexView;
 
     int headerRows() const { return m_fixedRows > 0 ? 1 : 0; }
+    int toPixels(int twips) const;
+    int toTwips(int pixels) const;
     QVariant cellData(int row, int col, int role) const;
     bool isSelected(int row, int col) const;
     bool highlightShown() const;

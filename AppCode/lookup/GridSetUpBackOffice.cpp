@@ -1,5 +1,6 @@
 #include "lookup/GridSetUpBackOffice.h"
 
+#include "access/SalesCode.h"
 #include "common/ProcessState.h"
 #include "config/Country.h"
 #include "config/IniServices.h"
@@ -98,7 +99,7 @@ bool gfbLookup_CostVisible()
 {
     if (!gLookupSettings.bCostSecurity)
         return true;
-    return gfbSalesCode_right && gfbSalesCode_right(gsSalesCode, kRightSeeCost);
+    return gfbSalesCode_Permission(kRightSeeCost);
 }
 
 bool gfbGridSetUp_Inventory()

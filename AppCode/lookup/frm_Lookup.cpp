@@ -160,7 +160,10 @@ frm_Lookup::frm_Lookup(QWidget *parent) : QDialog(parent)
     bWildcard = false;
     mpActivate();
     gpFont_normalise(this);
-    resize(qMax(width(), fgrdItems->Width() / FlexGrid::kTwipsPerPixel + 40), 560);
+    // Wide enough for every column beside the buttons, still free to be made narrower.
+    fgrdItems->setMinimumWidth(fgrdItems->width() + 2 * fgrdItems->view()->frameWidth());
+    resize(qMax(width(), minimumSizeHint().width()), 560);
+    fgrdItems->setMinimumWidth(0);
 }
 
 frm_Lookup::~frm_Lookup()

@@ -1,5 +1,7 @@
 #include "platform/Connection.h"
 
+#include "platform/collation/QlnCollation.h"
+
 #include <QAtomicInt>
 #include <QDir>
 #include <QFileInfo>
@@ -18,28 +20,6 @@ QString uniqueConnectionName()
 {
     static QAtomicInt counter;
     return QStringLiteral("qln-%1").arg(counter.fetchAndAddRelaxed(1));
-}
-
-// The suite's default collation: case and trailing blanks do not count.
-int compareCaseBlind(void *, int n1, const void *p1, int n2, const void *p2)
-{
-    const auto *a = static_cast<const unsigned char *>(p1);
-    const auto *b = static_cast<const unsigned char *>(p2);
-    while (n1 > 0 && a[n1 - 1] == ' ')
-        --n1;
-    while (n2 > 0 && b[n2 - 1] == ' ')
-        --n2;
-    const int n = n1 < n2 ? n1 : n2;
-    for (int i = 0; i < n; ++i) {
-        int ca = a[i], cb = b[i];
-        if (ca >= 'A' && ca <= 'Z')
-            ca += 32;
-        if (cb >= 'A' && cb <= 'Z')
-            cb += 32;
-        if (ca != cb)
-            return ca - cb;
-    }
-    return n1 - n2;
 }
 
 ColumnInfo parseColumn(const QString &name, const QString &declared)
@@ -146,7 +126,7 @@ bool Connection::prepareSqlite()
     if (!handle.isValid() || qstrcmp(handle.typeName(), "sqlite3*") != 0)
         return false;
     sqlite3 *db = *static_cast<sqlite3 *const *>(handle.data());
-    if (!db || sqlite3_create_collation_v2(db, "QLN_CI", SQLITE_UTF8, nullptr, compareCaseBlind, nullptr) != SQLITE_OK)
+    if (!db || sqlite3_create_collation_v2(db, "QLN_CI", SQLITE_UTF8, nullptr, qln_collation_compare, nullptr) != SQLITE_OK)
         return false;
     // Room for the texts a row's columns are copied into on their way out: a long list
     // copies dozens for each of its rows.

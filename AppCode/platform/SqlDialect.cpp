@@ -412,7 +412,10 @@ QString SqlDialect::rewrite(const QString &tsql) const
 {
     if (provider() == Provider::SqlServer)
         return tsql;
-    MaskedSql sql(tsql);
+    // A time alone as a date's default is the server's day zero at midnight.
+    static const QRegularExpression timeDefault(QStringLiteral("\\b(DATE(?:TIME)?\\s+DEFAULT\\s+)'12:00:00 AM'"),
+                                                QRegularExpression::CaseInsensitiveOption);
+    MaskedSql sql(QString(tsql).replace(timeDefault, QStringLiteral("\\1'1900-01-01'")));
     sql.isoDates();
     QString t = sql.text.trimmed();
     while (t.endsWith(QLatin1Char(';')))

@@ -90,6 +90,9 @@ void frmMain::mpControls_create()
         lblEditData[i]->setFrameShape(QFrame::Panel);
         lblEditData[i]->setFrameShadow(QFrame::Sunken);
     }
+    // The boxes hold an S/L and an Item ID whole while still empty, so the bar doesn't jump.
+    lblEditData[0]->setMinimumWidth(gfiTwips_toPixels(1000, this));
+    lblEditData[1]->setMinimumWidth(gfiTwips_toPixels(1500, this));
     LblTraining = new QLabel(QStringLiteral("Training"), this);
     LblTraining->setObjectName(QStringLiteral("LblTraining"));
     cmdItem = gfCommand_button(this, QStringLiteral("cmdItem"), QStringLiteral("F3  Select Item"));
@@ -207,28 +210,19 @@ bool frmMain::mfbItemFace() const { return !cmdEdit[0]->isHidden(); }
 void frmMain::showEvent(QShowEvent *event)
 {
     QDialog::showEvent(event);
-    if (miGridDesignWidth == 0) {
-        layout()->activate();
-        miGridDesignWidth = fgrdItems->Width();
-        mpColumns_scale();
-    }
+    layout()->activate();
+    mpColumns_scale();
 }
 
 void frmMain::resizeEvent(QResizeEvent *event)
 {
     QDialog::resizeEvent(event);
+    layout()->activate(); // the grid takes its new width before the columns follow it
     mpColumns_scale();
 }
 
-// Columns keep their proportions to the grid's width at the first show.
-void frmMain::mpColumns_scale()
-{
-    const int width = fgrdItems->Width();
-    for (int col = 0; col < int(miColumnWidths.size()) && col < fgrdItems->Cols(); ++col) {
-        const int base = miColumnWidths[size_t(col)];
-        fgrdItems->setColWidth(col, miGridDesignWidth > 0 ? int(qint64(base) * width / miGridDesignWidth) : base);
-    }
-}
+// The grid's width at load is taken as the sum of the face's columns, so that they fill it.
+void frmMain::mpColumns_scale() { gpGrid_ScaleColumns(*fgrdItems, miColumnWidths); }
 
 void frmMain::mpGrid_layout()
 {

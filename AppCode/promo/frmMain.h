@@ -81,8 +81,7 @@ private:
     bool mbFilling = false;
     int miSortCol = 0;
     int miSortDir = 0;
-    int miGridDesignWidth = 0;        // twips, at the first show
-    std::vector<int> miColumnWidths; // twips, as laid out for the design width
+    std::vector<int> miColumnWidths; // twips, in the face's design proportions
 };
 
 } // namespace qln

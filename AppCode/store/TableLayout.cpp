@@ -45,12 +45,14 @@ void gpColumn_get(int iTable, int iField, qint16 &field, int) { field = qint16(g
 void gpColumn_get(int iTable, int iField, qint32 &field, int) { field = gfiField_number(iTable, iField); }
 void gpColumn_get(int iTable, int iField, float &field, int) { field = float(gfnField_real(iTable, iField)); }
 void gpColumn_get(int iTable, int iField, Money &field, int) { field = gfcField_money(iTable, iField); }
+void gpColumn_get(int iTable, int iField, QDateTime &field, int) { field = gfdField_date(iTable, iField); }
 
 void gpColumn_set(int iTable, int iField, const QString &field) { gpDB_FieldSet(iTable, iField, field); }
 void gpColumn_set(int iTable, int iField, qint16 field) { gpDB_FieldSet(iTable, iField, int(field)); }
 void gpColumn_set(int iTable, int iField, qint32 field) { gpDB_FieldSet(iTable, iField, field); }
 void gpColumn_set(int iTable, int iField, float field) { gpDB_FieldSet(iTable, iField, double(field)); }
 void gpColumn_set(int iTable, int iField, Money field) { gpDB_FieldSet(iTable, iField, field.toPlainText()); }
+void gpColumn_set(int iTable, int iField, const QDateTime &field) { gpDB_FieldSet(iTable, iField, field); }
 
 void gpColumn_value(ValueList &values, QString &field, int width, QuoteRule rule)
 {
@@ -62,5 +64,6 @@ void gpColumn_value(ValueList &values, qint16 field, int, QuoteRule) { values.nu
 void gpColumn_value(ValueList &values, qint32 field, int, QuoteRule) { values.number(field); }
 void gpColumn_value(ValueList &values, float field, int, QuoteRule) { values.real(field); }
 void gpColumn_value(ValueList &values, Money field, int, QuoteRule) { values.money(field); }
+void gpColumn_value(ValueList &values, const QDateTime &field, int, QuoteRule) { values.date(field); }
 
 } // namespace qln

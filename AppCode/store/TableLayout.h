@@ -28,6 +28,7 @@ public:
     void put(qint32 value) { integer(value); }
     void put(float value) { real(double(value)); }
     void put(Money value) { money(value); }
+    void put(const QDateTime &value) { text(gfsDate_keyText(value)); }
 };
 
 // Width of a "CHAR (n)" type; 0 for any other.
@@ -52,21 +53,24 @@ void gpColumn_get(int iTable, int iField, qint16 &field, int width);
 void gpColumn_get(int iTable, int iField, qint32 &field, int width);
 void gpColumn_get(int iTable, int iField, float &field, int width);
 void gpColumn_get(int iTable, int iField, Money &field, int width);
+void gpColumn_get(int iTable, int iField, QDateTime &field, int width);
 void gpColumn_set(int iTable, int iField, const QString &field);
 void gpColumn_set(int iTable, int iField, qint16 field);
 void gpColumn_set(int iTable, int iField, qint32 field);
 void gpColumn_set(int iTable, int iField, float field);
 void gpColumn_set(int iTable, int iField, Money field);
+void gpColumn_set(int iTable, int iField, const QDateTime &field);
 void gpColumn_value(ValueList &values, QString &field, int width, QuoteRule rule);
 void gpColumn_value(ValueList &values, qint16 field, int width, QuoteRule rule);
 void gpColumn_value(ValueList &values, qint32 field, int width, QuoteRule rule);
 void gpColumn_value(ValueList &values, float field, int width, QuoteRule rule);
 void gpColumn_value(ValueList &values, Money field, int width, QuoteRule rule);
+void gpColumn_value(ValueList &values, const QDateTime &field, int width, QuoteRule rule);
 
 template <class R>
 class TableLayout {
 public:
-    using Field = std::variant<QString R::*, qint16 R::*, qint32 R::*, float R::*, Money R::*>;
+    using Field = std::variant<QString R::*, qint16 R::*, qint32 R::*, float R::*, Money R::*, QDateTime R::*>;
     struct Column {
         const char *name;
         const char *type; // as in the create statement: "CHAR (20)", "SMALLINT DEFAULT -1"

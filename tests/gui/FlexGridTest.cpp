@@ -1,4 +1,6 @@
 #include "lookup/FGrid.h"
+
+#include "common/FormLook.h"
 #include "lookup/FlexGrid.h"
 
 #include "support/QtPrinters.h"
@@ -8,6 +10,7 @@
 #include <QSignalSpy>
 #include <QTableView>
 #include <QTest>
+#include <cmath>
 #include <gtest/gtest.h>
 
 using namespace qln;
@@ -116,14 +119,14 @@ TEST_F(ShownGrid, HiddenColumnsKeepTheirWidthOfZeroThroughReshaping)
     grid.setColWidth(0, 900);
     grid.setColWidth(1, 0);
     EXPECT_TRUE(grid.view()->isColumnHidden(1));
-    EXPECT_EQ(grid.view()->columnWidth(0), 60);
+    EXPECT_EQ(grid.view()->columnWidth(0), gfiTwips_toPixels(900, &grid));
     grid.setCols(4);
     EXPECT_TRUE(grid.view()->isColumnHidden(1));
     EXPECT_EQ(grid.ColWidth(1), 0);
-    EXPECT_EQ(grid.view()->columnWidth(0), 60);
+    EXPECT_EQ(grid.view()->columnWidth(0), gfiTwips_toPixels(900, &grid));
     grid.setColWidth(1, 450);
     EXPECT_FALSE(grid.view()->isColumnHidden(1));
-    EXPECT_EQ(grid.view()->columnWidth(1), 30);
+    EXPECT_EQ(grid.view()->columnWidth(1), gfiTwips_toPixels(450, &grid));
     EXPECT_EQ(grid.view()->model()->headerData(2, Qt::Horizontal).toString(), s("H2"));
 }
 
@@ -132,24 +135,27 @@ TEST(FlexGridLayout, FitColumnsScalesToTheWidthLessTheChrome)
     QWidget window;
     FlexGrid grid(&window);
     grid.setCols(3);
-    grid.resize(400, 100); // 6000 twips
+    grid.resize(400, 100);
+    const int width = grid.Width();
     grid.setColWidth(0, 2000);
-    grid.setColWidth(1, 3700);
+    grid.setColWidth(1, width - 2300);
     grid.setColWidth(2, 0);
     gpGrid_FitColumns(grid);
-    EXPECT_EQ(gfiGrid_TotalWidth(grid), 5700);
+    EXPECT_EQ(gfiGrid_TotalWidth(grid), width - 300);
 
     grid.setColWidth(0, 1000);
     grid.setColWidth(1, 2000);
     gpGrid_FitColumns(grid);
-    EXPECT_EQ(grid.ColWidth(0), 1818);
-    EXPECT_EQ(grid.ColWidth(1), 3636);
+    EXPECT_EQ(grid.ColWidth(0), int(std::nearbyint(1000.0 * width / 3300)));
+    EXPECT_EQ(grid.ColWidth(1), int(std::nearbyint(2000.0 * width / 3300)));
     EXPECT_EQ(grid.ColWidth(2), 0);
 
-    // Halves go to the even neighbour, as the platform's conversion rounds.
-    grid.resize(5, 100); // 75 twips
-    grid.setColWidth(0, 50);
-    grid.setColWidth(1, 1150);
+    // Halves go to the even neighbour, as the platform's conversion rounds: a quarter of
+    // 6 and of 234 twips.
+    grid.resize(10, 100);
+    ASSERT_EQ(grid.Width(), 135);
+    grid.setColWidth(0, 6);
+    grid.setColWidth(1, 234);
     gpGrid_FitColumns(grid);
     EXPECT_EQ(grid.ColWidth(0), 2);
     EXPECT_EQ(grid.ColWidth(1), 58);

@@ -22,7 +22,6 @@ inline void gpLookupState_reset(bool findMode = true, int firstCol = 0)
     bFindMode = findMode, bWildcard = false, bUpcMode = false, bDeptMode = false, bStop = false;
     bAtTop = bAtBottom = false;
     gLookupSettings = LookupSettings();
-    gfbSalesCode_right = nullptr;
 }
 
 // The item tables on a fresh database, and items made to order.

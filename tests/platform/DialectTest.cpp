@@ -93,3 +93,10 @@ TEST(Dialect, OnlyComparedWholeNumbersAreTakenOut)
     EXPECT_EQ(numbers, (QStringList{QStringLiteral("12"), QStringLiteral("-3"), QStringLiteral("4"), QStringLiteral("8")}));
     EXPECT_EQ(m.unmask(m.text), QStringLiteral("SELECT * FROM T WHERE A= 12 AND B <>-3) OR C>=4, D=5AND E=1.5 AND F='=7' AND G=8"));
 }
+
+TEST(Dialect, ATimeAloneAsADatesDefaultBecomesDayZeroButAValueKeepsIt)
+{
+    EXPECT_EQ(pg("Create Table T (D DATE DEFAULT '12:00:00 AM', N CHAR (20));"),
+              "CREATE TABLE T (D DATE DEFAULT '1900-01-01', N CHAR(20) COLLATE qln_ci)");
+    EXPECT_EQ(sqlite("UPDATE T SET N = '12:00:00 AM'"), "UPDATE T SET N = '12:00:00 AM'");
+}

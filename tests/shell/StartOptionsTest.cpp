@@ -3,6 +3,9 @@
 #include "shell/ProcessReset.h"
 #include "support/QtPrinters.h"
 
+#include <cctype>
+#include <string>
+
 #include <gtest/gtest.h>
 
 using namespace qln;
@@ -52,4 +55,11 @@ INSTANTIATE_TEST_SUITE_P(
         // The data path runs to the next " /", inner blanks kept, trailing ones not.
         Case{"/ITEM=I /DATAPATH=/home/x/my data /SL=1234567", "/home/x/my data", "1234567 ", 0, true, false},
         Case{"/DATAPATH=/srv/data  ", "/srv/data", "", 0, false, false},
-        Case{"/DATAPATH= /ITEM=I ", "", "", 0, true, false}));
+        Case{"/DATAPATH= /ITEM=I ", "", "", 0, true, false}),
+    // The command line in letters and digits, so that a failure names the case it is.
+    [](const ::testing::TestParamInfo<Case> &info) {
+        std::string name = std::to_string(info.index);
+        for (const char *p = info.param.commandLine; *p; ++p)
+            name += std::isalnum(static_cast<unsigned char>(*p)) ? *p : '_';
+        return name;
+    });

@@ -1,0 +1,173 @@
+// Every text of every list window reads whole at the window's default size on the demo set,
+// and the keys of the platform the suite comes from work on command buttons.
+#include "DemoData.h"
+#include "common/FormControls.h"
+#include "common/ProcessState.h"
+#include "lookup/DataGrid.h"
+#include "lookup/FlexGrid.h"
+#include "lookup/frm_Lookup.h"
+#include "platform/Clock.h"
+#include "platform/ModalRunner.h"
+#include "platform/Recordset.h"
+#include "platform/Connection.h"
+#include "promo/frmMain.h"
+#include "promo/frmTags_Print.h"
+#include "shell/ProcessReset.h"
+#include "shell/Startup.h"
+#include "store/Database.h"
+#include "support/ScriptedMessages.h"
+#include "support/TestDatabase.h"
+
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QStyle>
+#include <QStyledItemDelegate>
+#include <QTableView>
+#include <QTemporaryDir>
+#include <QTest>
+#include <gtest/gtest.h>
+
+using namespace qln;
+using namespace qln::test;
+
+namespace {
+
+const QDate kToday(2026, 11, 22);
+
+// "row,col: text" for each cell whose text is wider (or, wrapped, taller) than its cell; with
+// `headers`, only in the columns so captioned.
+QStringList cutCells(FlexGrid &grid, const QStringList &headers = {})
+{
+    QTableView *view = grid.view();
+    QHeaderView *header = view->horizontalHeader();
+    QAbstractItemModel *model = view->model();
+    QStringList cut;
+    for (int col = 0; col < model->columnCount(); ++col) {
+        if (view->isColumnHidden(col) || (!headers.isEmpty() && !headers.contains(grid.TextMatrix(0, col).trimmed())))
+            continue;
+        const int width = view->columnWidth(col);
+        if (header->isVisible()) {
+            const QString text = model->headerData(col, Qt::Horizontal, Qt::DisplayRole).toString();
+            const QVariant font = model->headerData(col, Qt::Horizontal, Qt::FontRole);
+            const QFontMetrics metrics(font.isValid() ? font.value<QFont>() : header->font());
+            const int room = width - 2 * header->style()->pixelMetric(QStyle::PM_HeaderMargin, nullptr, header);
+            const QRect needed = metrics.boundingRect(QRect(0, 0, room, 10000), grid.WordWrap() ? Qt::TextWordWrap : 0, text);
+            if (needed.width() > room || needed.height() > header->height())
+                cut << QStringLiteral("header,%1: %2").arg(col).arg(text);
+        }
+        for (int row = 0; row < model->rowCount(); ++row) {
+            const QModelIndex index = model->index(row, col);
+            QStyleOptionViewItem option;
+            option.initFrom(view);
+            option.font = view->font();
+            option.widget = view;
+            if (view->itemDelegateForIndex(index)->sizeHint(option, index).width() > width)
+                cut << QStringLiteral("%1,%2: %3").arg(row + 1).arg(col).arg(index.data().toString());
+        }
+    }
+    return cut;
+}
+
+class ReadableWindows : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        gpProcess_reset();
+        Clock::setFixed(QDateTime(kToday, QTime(10, 30)));
+        gsAppPath = program.path();
+        demo::DemoOptions o = demo::gfDemo_options(db.info(), db.dataPath(), 300);
+        demo::DemoReport report;
+        QString error;
+        ASSERT_TRUE(demo::gfbDemo_build(o, report, error)) << error.toStdString();
+        ASSERT_GT(report.promos, 0);
+        gpProcess_reset();
+        ASSERT_TRUE(gfbStartup_prepare(QStringLiteral("/DATAPATH=") + db.dataPath()));
+        boxes.clear();
+    }
+    void TearDown() override
+    {
+        gpProcess_reset();
+        Clock::setFixed(QDateTime());
+    }
+    static FlexGrid &grid(QWidget &form) { return *form.findChild<FlexGrid *>(QStringLiteral("fgrdItems")); }
+    // The item with the most promos, so that its face shows several rows.
+    static QString busiestItem()
+    {
+        Recordset rs;
+        EXPECT_TRUE(rs.open(dbConnection(), QStringLiteral("SELECT SL, COUNT(*) FROM PromoPrices WHERE Invuid > 0 GROUP BY SL ORDER BY 2 DESC, 1")));
+        return rs.value(0).toString();
+    }
+
+    TestDatabase db;
+    QTemporaryDir program;
+    ScriptedMessages boxes;
+};
+
+} // namespace
+
+TEST_F(ReadableWindows, ItemPromosShowEveryCellWholeInBothFacesAndTheColumnsFillTheGrid)
+{
+    gbItemMode = true;
+    gsSL = busiestItem();
+    frmMain form;
+    form.show();
+    FlexGrid &list = grid(form);
+    ASSERT_GT(list.Rows(), 2) << gsSL.toStdString();
+    EXPECT_EQ(cutCells(list), QStringList()) << "item face";
+    const auto filled = [&] {
+        const int used = list.view()->horizontalHeader()->length();
+        return used <= list.view()->viewport()->width() && used * 100 >= list.view()->viewport()->width() * 95;
+    };
+    EXPECT_TRUE(filled()) << list.view()->horizontalHeader()->length() << " of " << list.view()->viewport()->width();
+    for (int i = 0; i < 3; ++i) {
+        const auto *box = form.findChild<QWidget *>(QStringLiteral("lblEditData(%1)").arg(i));
+        EXPECT_GE(box->width(), box->sizeHint().width()) << "top bar box " << i;
+    }
+
+    form.findChild<QPushButton *>(QStringLiteral("CmdViewAll"))->click();
+    ASSERT_GT(list.Rows(), 20);
+    EXPECT_EQ(cutCells(list), QStringList()) << "All Items face";
+    EXPECT_TRUE(filled());
+
+    form.resize(form.width() * 3 / 2, form.height());
+    EXPECT_TRUE(QTest::qWaitFor(filled, 2000)) << "after a resize";
+}
+
+TEST_F(ReadableWindows, LookupShowsEverySLAndUpcWhole)
+{
+    frm_Lookup form;
+    form.show();
+    ASSERT_FALSE(grid(form).TextMatrix(1, 0).trimmed().isEmpty());
+    EXPECT_EQ(cutCells(grid(form), {QStringLiteral("S/L"), QStringLiteral("UPC")}), QStringList());
+}
+
+TEST_F(ReadableWindows, TagListShowsEveryLineWhole)
+{
+    frmTags_Print form;
+    form.show();
+    auto *date = form.findChild<QLineEdit *>(QStringLiteral("txtEdit(1)"));
+    QTest::keyClick(date, Qt::Key_Return);
+    auto *list = form.findChild<QListWidget *>(QStringLiteral("lstPromos"));
+    ASSERT_GT(list->count(), 0);
+    EXPECT_LE(list->sizeHintForColumn(0), list->viewport()->width());
+}
+
+TEST_F(ReadableWindows, EnterOnAFocusedCommandButtonPressesIt)
+{
+    QDialog form;
+    int presses = 0;
+    QPushButton *button = gfCommand_button(&form, QStringLiteral("cmdGo"), QStringLiteral("F2 Go"));
+    auto *box = new QLineEdit(&form);
+    QObject::connect(button, &QPushButton::clicked, [&] { ++presses; });
+    form.show();
+    button->setFocus();
+    QTest::keyClick(button, Qt::Key_Return);
+    QTest::keyClick(button, Qt::Key_Enter, Qt::KeypadModifier);
+    EXPECT_EQ(presses, 2);
+    box->setFocus();
+    QTest::keyClick(box, Qt::Key_Return);
+    EXPECT_EQ(presses, 2) << "Enter in a box is not a press of a button";
+    EXPECT_TRUE(form.isVisible());
+}
