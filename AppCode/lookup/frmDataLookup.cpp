@@ -40,7 +40,7 @@ frmDataLookup::frmDataLookup(int mode, const QString &sVendor, QWidget *parent)
     mpColumns_set();
     gpFont_normalise(this);
     gpFormKeys_install(this, CmdAcceptCancel[1]);
-    resize(fgrdItems->Width() / FlexGrid::kTwipsPerPixel + 40, 520);
+    resize(gfiTwips_toPixels(fgrdItems->Width(), this) + 40, 520);
 }
 
 void frmDataLookup::mpControls_make()
