@@ -286,6 +286,15 @@ int lastFilledRow()
 // The column that shows the key's field, for matching typed text against the window.
 int keyColumn()
 {
+    if (iLookupFile == 99) {
+        static constexpr std::pair<int, int> names[] = {{1, kNameARCode},   {2, kNameLastName}, {3, kNameZip},
+                                                        {4, kNameMail},     {5, kNameBusiness}, {7, kNameFirstName}};
+        for (const auto &[key, field] : names) {
+            if (key == iLookupKey)
+                return gfiDataGrid_ColumnOf(field);
+        }
+        return -1;
+    }
     const bool vendor = !sVendorFilter.trimmed().isEmpty();
     switch (iLookupKey) {
     case 1: return gfiDataGrid_ColumnOf(kSL, kSL_form);

@@ -86,6 +86,8 @@ struct LookupSettings {
     bool bMatrixRootsHidden = true;
     bool bScanning = false;       // scanner entry in list building
     QString sSalesHead;           // the stores a head office looks into, "|" between entries
+    bool bPhoneLookup = false;    // the names list shows Phone in place of A/R Code
+    bool bBalancesHidden = false; // the names list offers no "Verify Balances"
     double dScreenRatio = 1.6;    // width / height of the screen, for tall rows
 };
 inline LookupSettings gLookupSettings;

@@ -4,6 +4,8 @@
 #include "common/ProcessState.h"
 #include "config/Country.h"
 #include "config/IniServices.h"
+#include "config/TermConstants.h"
+#include "config/TermDefinitions.h"
 #include "platform/Messages.h"
 #include "store/Common.h"
 
@@ -75,6 +77,8 @@ void gpLookupSettings_load(clsINI_Services &ini)
     gLookupSettings.bCostSecurity = settingOn(ini, "Cost Security");
     gLookupSettings.bScanning = settingOn(ini, "Scanning");
     gLookupSettings.bMatrixRootsHidden = !settingOn(ini, "Show Matrix Roots");
+    gLookupSettings.bPhoneLookup = settingOn(ini, "Phone Lookup");
+    gLookupSettings.bBalancesHidden = settingOn(ini, "Hide Verify Balances");
     gLookupSettings.sSalesHead = ini.GetValue(QStringLiteral("LOOKUP"), QStringLiteral("SALESHEAD"), QString());
 }
 
@@ -210,6 +214,73 @@ void gpDataGrid_SetSortInventory(int col)
         displayOnly("--Department", QString(), c.iField);
     }
     sVendorFilter.replace(QLatin1String("''"), QLatin1String("'"));
+}
+
+bool gfbGridSetUp_Names()
+{
+    const QString br = QStringLiteral("\n");
+    const bool phone = gLookupSettings.bPhoneLookup;
+    gaGridColumns.clear();
+    auto add = [](const QString &caption, int width, int field) {
+        gaGridColumns.push_back({caption, field, kText, width, 1, 0xFFFFFF});
+    };
+    add(QStringLiteral(" F7") + br + gfsTerm(kTermBusiness), 3900, kNameBusiness);
+    add(phone ? QStringLiteral(" AR Code") : QStringLiteral(" F6") + br + QStringLiteral(" AR Code"), phone ? 0 : 1300,
+        kNameARCode);
+    add(phone ? QStringLiteral(" F6") + br + QStringLiteral(" Phone") : QStringLiteral(" Phone"), phone ? 1300 : 0,
+        kNamePhone);
+    add(QStringLiteral(" F4") + br + gfsTerm(kTermLastName), 2200, kNameLastName);
+    add(QStringLiteral(" F5") + br + gfsTerm(kTermFirstName), 1500, kNameFirstName);
+    add(QStringLiteral("Street Address"), 2800, kNameAddress);
+    add(QStringLiteral("City"), 1400, kNameCity);
+    add(QStringLiteral("State"), 600, kNameState);
+    add(QStringLiteral("Zip") + br + QStringLiteral(" F8"), 700, kNameZip);
+    add(QStringLiteral("MC") + br + QStringLiteral(" F9"), 450, kNameMail);
+    iGridCols = int(gaGridColumns.size());
+    iFirstCol = 0;
+    iLookupFile = 99;
+    iLookupKey = 1;
+    iSortField = kNameLastName;
+    iSortField2 = -1;
+    LookupCaptions &c = gLookupCaptions;
+    c.saAction = {QStringLiteral("View &Detail   F2"), QStringLiteral("Custom Lists"), QString(),
+                  gLookupSettings.bBalancesHidden ? QString() : QStringLiteral("Verify Balances"), QString()};
+    c.sTitle = bFindMode ? QStringLiteral("Find Customer Name") : QStringLiteral("Name Lookup");
+    c.sExit = bFindMode ? QStringLiteral("Esc Cancel") : QStringLiteral("Exit");
+    c.sSearchLabel = QStringLiteral("--A/R Code");
+    sKeyFieldName = QStringLiteral("ARCode");
+    return true;
+}
+
+void gpDataGrid_SetSortNames(int col)
+{
+    if (col < 0 || col >= int(gaGridColumns.size()))
+        return;
+    struct NameSort {
+        int iField;
+        const char *label;
+        const char *field;
+        int key; // 0: no index, sorted for display only
+    };
+    static constexpr NameSort sorts[] = {
+        {kNameARCode, "--A/R Code", "ARCode", 1},       {kNamePhone, "--Phone", "PhoneIndex", 9},
+        {kNameLastName, "--Last Name", "LastName", 2},  {kNameZip, "--Zip Code", "Zip", 3},
+        {kNameBusiness, "--Business", "Business", 5},   {kNameMail, "--Mail Code", "Mail", 4},
+        {kNameFirstName, "--First Name", "FirstName", 7}, {kNameAddress, "--Street", "Address", 0},
+        {kNameCity, "--City", "City", 0},               {kNameState, "--State", "STATE", 0},
+    };
+    const int field = gaGridColumns[col].iField;
+    for (const NameSort &s : sorts) {
+        if (s.iField != field)
+            continue;
+        gLookupCaptions.sSearchLabel = QString::fromLatin1(s.label);
+        sKeyFieldName = QString::fromLatin1(s.field);
+        iSortField2 = s.key == 0 ? field : -1;
+        iLookupKey = s.key == 0 ? 2 : s.key;
+        if (s.key != 0)
+            iSortField = field;
+        return;
+    }
 }
 
 int gfiDataGrid_ColumnOf(int iField, int iFormat)

@@ -33,6 +33,20 @@ bool gfbGridSetUp_Inventory();
 // stands for the first one).
 void gpDataGrid_SetSortInventory(int col);
 
+// Field ordinals of the name record that the names columns show.
+enum NameField : int {
+    kNameARCode = 1, kNameBusiness = 2, kNameLastName = 3, kNameZip = 4, kNameMail = 5, kNameFirstName = 6,
+    kNameAddress = 7, kNameCity = 8, kNameState = 9, kNamePhone = 51,
+};
+
+// Fills the column table of file 99 (headers from the site's terms), sets the captions of the
+// window and the key on A/R Code. True.
+bool gfbGridSetUp_Names();
+
+// Chooses key, search field and label for a clicked column of the names list; Street, City
+// and State have no key and are sorted for display only.
+void gpDataGrid_SetSortNames(int col);
+
 // The first column showing field iField with display format iFormat; -1 when none.
 int gfiDataGrid_ColumnOf(int iField, int iFormat = 0);
 

@@ -4,6 +4,7 @@
 #include "common/Options.h"
 #include "config/Country.h"
 #include "config/DataPath.h"
+#include "config/TermDefinitions.h"
 #include "platform/Messages.h"
 #include "platform/Settings.h"
 #include "shell/StartOptions.h"
@@ -57,6 +58,8 @@ void gpStartup_settings_read()
     }
     gbItemID_plain = gZorIni.GetValue(QStringLiteral("INVENTORY"), QStringLiteral("Format ItemID"),
                                       QStringLiteral("Yes")) != QLatin1String("Yes");
+    // The site's words for the lookups of the suite; a missing file is told when a term is asked for.
+    gfbTerms_load(gfsTerms_path(gZorIni, gsDataPath));
 }
 
 void gpStore_text_set() { gsStore = QString::number(giStore); }
