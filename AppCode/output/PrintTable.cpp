@@ -102,10 +102,10 @@ QString gfsPrint_Body(const PrintGridSource &grid, const std::vector<int> &colum
 
 PrintTable::PrintTable(const QString &format, const QString &headRow, QString body) : m_body(std::move(body))
 {
-    QString spec = format;
-    if (spec.endsWith(QLatin1Char('\n')))
-        spec.chop(1);
-    for (const QString &entry : spec.split(QLatin1Char('|'))) {
+    QString columns = format;
+    if (columns.endsWith(QLatin1Char('\n')))
+        columns.chop(1);
+    for (const QString &entry : columns.split(QLatin1Char('|'))) {
         PrintColumn column;
         qsizetype digits = 0;
         if (!entry.isEmpty() && !entry.front().isDigit()) {
