@@ -1,4 +1,5 @@
 #include "access/SalesCode.h"
+#include "common/Text.h"
 
 #include "access/EncryptionOps.h"
 #include "access/LogInSec.h"
@@ -186,6 +187,11 @@ QString codeWhere(const QString &sCode, const QString &sStore)
 }
 
 } // namespace
+
+bool gfbPassword_LongForm(const QString &sStored)
+{
+    return !gfsText_rtrim(sStored).mid(38, 15).trimmed().isEmpty();
+}
 
 QString gfsPassword_Decode(const QString &sStored)
 {

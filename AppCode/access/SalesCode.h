@@ -64,6 +64,10 @@ bool gfbSalesCode_Permission(int iRight, const QString &sSalesCode = QString());
 // current one, in the buffer and in the table.
 QString gfsPassword_Decode(const QString &sStored);
 
+// Whether the stored field, right-trimmed, has text at positions 39 to 53: the mark of a
+// password written in the longer form (more than one cipher block).
+bool gfbPassword_LongForm(const QString &sStored);
+
 // The previous four passwords of the row in the buffer, in clear; empty where none fits.
 QStringList gfaPassword_History();
 

@@ -1,4 +1,5 @@
 #include "access/EncryptionOps.h"
+#include "access/SalesCode.h"
 #include "access/clsEncryption.h"
 #include "access/clsSHA256.h"
 
@@ -72,6 +73,10 @@ TEST(TextCipher, FourteenCharactersFitTheColumnAndFifteenDoNot)
     // The key is the first 8 characters of the key text.
     EXPECT_EQ(gfsDecrypt_Text(fourteen, QStringLiteral("ANNAqxANzzzz")), QStringLiteral("abcdefghij1234"));
     EXPECT_TRUE(gfsDecrypt_Text(fourteen, QStringLiteral("ANNAqxAM")).isEmpty());
+
+    EXPECT_TRUE(gfbPassword_LongForm(fourteen + QStringLiteral("   ")));
+    EXPECT_FALSE(gfbPassword_LongForm(gfsEncrypt_Text(QStringLiteral("abc"), key) + QString(30, QLatin1Char(' '))))
+        << "one block leaves positions 39 to 53 blank";
 }
 
 TEST(TextCipher, GarbageStoredTextGivesNothing)
