@@ -210,7 +210,7 @@ TEST_F(DataLookupWindow, VendorModesTellAMissingTableAndOtherwiseListAndHandBack
     ASSERT_TRUE(dbConnection().execute(QStringLiteral("CREATE TABLE VENDORS (VendorCode CHAR (15), APCode CHAR (10), Business CHAR (30), "
                                            "LastName CHAR (20))")));
     ASSERT_TRUE(dbConnection().execute(QStringLiteral("CREATE TABLE ITEMVENDORS (Recordnum INTEGER, VendorCode CHAR (15), APCode CHAR (10), "
-                                           "VendorItemID CHAR (20), Cost DECIMAL (18,4))")));
+                                           "VendorItemID CHAR (25), Cost DECIMAL (18,4))")));
     gfiDB_Execute(QStringLiteral("INSERT INTO VENDORS VALUES ('ACME','AP1','Acme Tools','Smith')"));
     gfiDB_Execute(QStringLiteral("INSERT INTO VENDORS VALUES ('ZED','AP3','Zed Bolts','Zed')"));
     ASSERT_EQ(gfiDB_Execute(QStringLiteral("INSERT INTO ITEMVENDORS SELECT RecordNum,'ZED','AP3',ItemID,Cost FROM %1 WHERE "
