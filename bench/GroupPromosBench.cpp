@@ -42,7 +42,7 @@ const QList<Member> &memberItems()
             return list;
         gfbGroups_write(gfsGroups_file(), {{QString::number(kGroup), QStringLiteral("Bench Group")}});
         QSqlQuery q(dbConnection().database());
-        const int step = qMax(1, gfiDB_RecordCount(kInventoryTable) / (members() + 1));
+        const int step = qMax(1, gfiDB_RecordCount(kInventoryTable) / (members() * 2));
         if (!q.exec(QStringLiteral("SELECT SL, RecordNum FROM ") + dbuaTable[kInventoryTable].sSqlFile +
                     QStringLiteral(" WHERE Status <> 'D' ORDER BY RecordNum")))
             return list;
@@ -76,7 +76,7 @@ void BM_GroupMembersAdd(benchmark::State &state)
         return state.SkipWithError("no data set");
     groupRowsClear();
     test::ScriptedMessages boxes;
-    boxes.answer(MsgAnswer::No);
+    boxes.answer(MsgAnswer::Yes); // "Add Items?"
     ScopedModalScript script([&](QDialog &form) {
         if (form.objectName() != QLatin1String("frm_Lookup")) {
             // The editor asked for at the first choice of an empty group: cancelled.

@@ -3,6 +3,7 @@
 
 #include "store/Common.h"
 #include "store/Inventory.h"
+#include "support/QtPrinters.h"
 
 #include <gtest/gtest.h>
 
@@ -37,8 +38,8 @@ protected:
 TEST_F(MemberLine, EachKindOfChangeGivesItsPriceAndWording)
 {
     EXPECT_EQ(cells(kChangeTo, "9.99"),
-              (QStringList{"10000042", "Widget", "12.5", "9.99", "06/01/2025", "06/30/2025", "To", "9.99"}));
-    EXPECT_EQ(cells(kChangeBy, "2"), (QStringList{"10000042", "Widget", "12.5", "10.50", "06/01/2025", "06/30/2025", "By", "2.00"}));
+              strings({"10000042", "Widget", "12.5", "9.99", "06/01/2025", "06/30/2025", "To", "9.99"}));
+    EXPECT_EQ(cells(kChangeBy, "2"), strings({"10000042", "Widget", "12.5", "10.50", "06/01/2025", "06/30/2025", "By", "2.00"}));
     const QStringList percent = cells(kChangeByPercent, "20");
     EXPECT_EQ(percent[3], QStringLiteral("10.00"));
     EXPECT_EQ(percent[6], QStringLiteral("By Percent"));
