@@ -26,6 +26,7 @@ void gpPromoItems_batch_set(int iRows) { batchRows() = qMax(iRows, 0); }
 int gfiPromoItems_batch() { return batchRows(); }
 
 PromoItems::PromoItems(std::vector<qint32> invuids) : m_invuids(std::move(invuids)) {}
+PromoItems::~PromoItems() = default;
 
 bool PromoItems::next()
 {
@@ -38,12 +39,18 @@ bool PromoItems::next()
     // A refused batch leaves its rows to the keyed reads, which report as they always did.
     if (m_batchRefused)
         return mfbKeyed_read(invuid);
-    const auto found = m_found.constFind(invuid);
-    if (found == m_found.constEnd()) {
+    const auto found = m_rowOf.constFind(invuid);
+    if (found == m_rowOf.constEnd()) {
         gInventory.RecordNum = invuid;
         return false;
     }
-    gInventory = *found;
+    if (*found < m_position) {
+        m_rows->moveFirst();
+        m_position = 0;
+    }
+    for (; m_position < *found; ++m_position)
+        m_rows->moveNext();
+    gpDB_row_decode(kInventoryTable, m_rows);
     return true;
 }
 
@@ -71,21 +78,22 @@ void PromoItems::mpBatch_read()
         }
     }
     m_readUntil = end;
-    m_found.clear();
+    m_rowOf.clear();
     while (values.size() < batch)
         values << values.constLast();
-    auto rows = std::make_unique<Recordset>();
-    m_batchRefused = !rows->open(dbConnection(), QStringLiteral("SELECT * FROM ") + dbuaTable[kInventoryTable].sSqlFile +
-                                                     QStringLiteral(" WHERE RecordNum IN (") + values.join(QLatin1Char(',')) +
-                                                     QLatin1Char(')'));
+    m_rows = std::make_unique<Recordset>();
+    m_batchRefused = !m_rows->open(dbConnection(), QStringLiteral("SELECT * FROM ") + dbuaTable[kInventoryTable].sSqlFile +
+                                                       QStringLiteral(" WHERE RecordNum IN (") + values.join(QLatin1Char(',')) +
+                                                       QLatin1Char(')'));
     if (m_batchRefused)
         return;
-    const InventoryRecord held = gInventory;
-    gpDB_rows_decode(kInventoryTable, rows, [this] {
-        if (!m_found.contains(gInventory.RecordNum))
-            m_found.insert(gInventory.RecordNum, gInventory);
-    });
-    gInventory = held;
+    const int recordNum = m_rows->fieldIndex(QStringLiteral("RecordNum"));
+    int row = 0;
+    for (m_rows->moveFirst(); !m_rows->eof(); m_rows->moveNext(), ++row)
+        if (!m_rowOf.contains(m_rows->readInteger(recordNum)))
+            m_rowOf.insert(m_rows->readInteger(recordNum), row);
+    m_rows->moveFirst();
+    m_position = 0;
 }
 
 } // namespace qln

@@ -2,6 +2,7 @@
 #include "store/Inventory.h"
 
 #include <QHash>
+#include <memory>
 #include <vector>
 
 // The items of the promo rows a list shows. The windows read them with one "=" read on
@@ -13,6 +14,9 @@ class PromoItems {
 public:
     // The items of the rows a list will show, in the order it asks for them.
     explicit PromoItems(std::vector<qint32> invuids);
+    ~PromoItems();
+    PromoItems(const PromoItems &) = delete;
+    PromoItems &operator=(const PromoItems &) = delete;
 
     // The next row's item into gInventory, as "=" on RecordNum leaves the buffer: true
     // and the whole record when found; false and only RecordNum changed when not. The
@@ -30,7 +34,11 @@ private:
     size_t m_next = 0;
     size_t m_readUntil = 0; // rows before this one have their batch read
     bool m_batchRefused = false;
-    QHash<qint32, InventoryRecord> m_found;
+    // The batch's rows stay as the engine gave them; a row is decoded into the buffer only
+    // when its promo row comes, as the keyed read would decode it.
+    std::unique_ptr<class Recordset> m_rows;
+    QHash<qint32, int> m_rowOf; // item number -> row of the batch
+    int m_position = 0;
 };
 
 // Rows whose items share one statement: kDefaultBatch unless set. 0 reads each row's item by its own

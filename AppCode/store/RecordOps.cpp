@@ -376,6 +376,13 @@ void gpDB_rows_decode(int iTable, std::unique_ptr<Recordset> &rows, const std::f
     std::swap(dbaRecordset[size_t(iTable)], rows);
 }
 
+void gpDB_row_decode(int iTable, std::unique_ptr<Recordset> &rows)
+{
+    std::swap(dbaRecordset[size_t(iTable)], rows);
+    gpDB_table_row_to_record(iTable);
+    std::swap(dbaRecordset[size_t(iTable)], rows);
+}
+
 // ---------------------------------------------------------------- writes
 
 bool gfbDB_Insert(int iTable)
