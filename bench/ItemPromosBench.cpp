@@ -5,6 +5,7 @@
 #include "common/ProcessState.h"
 #include "lookup/FlexGrid.h"
 #include "platform/Clock.h"
+#include "promo/PromoItems.h"
 #include "promo/PromoPricing.h"
 #include "promo/frmMain.h"
 #include "store/Database.h"
@@ -45,22 +46,34 @@ bool openDataSet()
     return opened;
 }
 
-void BM_AllItemsFace(benchmark::State &state)
+// F4 with the items of the promo rows read `batch` rows to a statement (0: one keyed read
+// for each row, as the window read them before).
+void allItemsFace(benchmark::State &state, int batch)
 {
     if (!openDataSet())
         return state.SkipWithError("no data set");
     test::ScriptedMessages boxes;
     gbItemMode = false;
+    gpPromoItems_batch_set(batch);
     frmMain form;
     form.show();
     auto *viewAll = form.findChild<QPushButton *>(QStringLiteral("CmdViewAll"));
     auto *grid = form.findChild<FlexGrid *>(QStringLiteral("fgrdItems"));
-    for (auto _ : state)
+    quint64 statements = 0;
+    for (auto _ : state) {
+        const quint64 before = dbConnection().statementCount();
         viewAll->click();
+        statements = dbConnection().statementCount() - before;
+    }
+    gpPromoItems_batch_set(PromoItems::kDefaultBatch);
     state.counters["rows"] = grid->Rows() - 1;
+    state.counters["statements"] = double(statements);
     if (!boxes.shown().isEmpty())
         state.SkipWithError(boxes.texts().join(QLatin1Char('|')).toUtf8().constData());
 }
+
+void BM_AllItemsFace(benchmark::State &state) { allItemsFace(state, PromoItems::kDefaultBatch); }
+void BM_AllItemsFaceRowByRow(benchmark::State &state) { allItemsFace(state, 0); }
 
 // The same rows by one join: live promos of existing items with their item's fields.
 void BM_AllItemsJoin(benchmark::State &state)
@@ -107,4 +120,5 @@ void BM_ItemFace50Promos(benchmark::State &state)
 
 BENCHMARK(BM_AllItemsJoin)->Unit(benchmark::kMillisecond)->Iterations(1);
 BENCHMARK(BM_AllItemsFace)->Unit(benchmark::kMillisecond)->Iterations(1);
+BENCHMARK(BM_AllItemsFaceRowByRow)->Unit(benchmark::kMillisecond)->Iterations(1);
 BENCHMARK(BM_ItemFace50Promos)->Unit(benchmark::kMillisecond);

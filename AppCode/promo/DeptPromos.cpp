@@ -71,16 +71,20 @@ QStringList gfDeptPromo_cells(const PromoPriceRecord &promo)
 QString DeptNames::text(const QString &sCode)
 {
     m_last = sCode;
+    m_asked = true;
     const auto known = m_texts.constFind(sCode);
-    m_lastFromCache = known != m_texts.constEnd();
-    if (m_lastFromCache)
+    if (known != m_texts.constEnd())
         return *known;
-    return *m_texts.insert(sCode, gfsDept_Name(sCode));
+    if (!m_tableRead) {
+        m_table.read();
+        m_tableRead = true;
+    }
+    return *m_texts.insert(sCode, gfsDept_Name(sCode, m_table));
 }
 
 void DeptNames::buffer_settle()
 {
-    if (m_lastFromCache)
+    if (m_asked)
         gfsDept_Name(m_last);
 }
 

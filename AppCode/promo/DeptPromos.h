@@ -1,5 +1,6 @@
 #pragma once
 #include "promo/PromoPricing.h"
+#include "store/Departments.h"
 
 #include <QDate>
 #include <QHash>
@@ -34,18 +35,21 @@ QString gfsDeptPromos_select(const QString &sWhere);
 QStringList gfDeptPromo_cells(const PromoPriceRecord &promo);
 
 // The composed text of a department code (code, blank, level names). Within one list a code
-// is composed once; the buffer ends where composing the last code asked for leaves it.
+// is composed once, from the department table read once; the buffer ends where composing
+// the last code asked for leaves it.
 class DeptNames {
 public:
     QString text(const QString &sCode);
-    // Composes the last code asked for again, so that the buffer stands where a list that
-    // composed every row would have left it.
+    // Composes the last code asked for again by the keyed reads, so that the buffer and the
+    // table's current row stand where a list that composed every row would have left them.
     void buffer_settle();
 
 private:
     QHash<QString, QString> m_texts;
+    DeptTable m_table;
+    bool m_tableRead = false;
     QString m_last;
-    bool m_lastFromCache = false;
+    bool m_asked = false;
 };
 
 // "12Records Purged": the count and the words with no blank between.

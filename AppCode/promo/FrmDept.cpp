@@ -79,13 +79,18 @@ void FrmDept::mpGrid_fill()
             codes << gDept.DeptCode;
         }
     }
+    // The names come from the table read once; the last row's by the keyed reads, which
+    // leave the buffer and the table's current row where composing every row leaves them.
+    DeptTable table;
+    table.read();
     int count = 0;
     for (const QString &code : std::as_const(codes)) {
+        const bool last = count + 1 == codes.size();
         gpGrid_AddRow(grid, count);
         const int level = gfiDept_Level(code);
         const QString shown = level == 3 ? QStringLiteral("      ") + code : level == 2 ? QStringLiteral("   ") + code : code.trimmed();
         grid.setTextMatrix(count, 0, shown);
-        grid.setTextMatrix(count, 1, gfsDept_Name(code).mid(12));
+        grid.setTextMatrix(count, 1, (last ? gfsDept_Name(code) : gfsDept_Name(code, table)).mid(12));
         if (level != 3) {
             grid.setRow(count);
             grid.setCol(0);

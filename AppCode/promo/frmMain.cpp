@@ -18,6 +18,7 @@
 #include "platform/Messages.h"
 #include "platform/ModalRunner.h"
 #include "platform/Mouse.h"
+#include "promo/PromoItems.h"
 #include "promo/PromoList.h"
 #include "promo/PromoPurge.h"
 #include "promo/PromoWindow.h"
@@ -326,7 +327,7 @@ void frmMain::mpAll_list_fill()
     mpButtons_state();
 }
 
-// The rows of every item, one item read for each; false when the server refused the list.
+// The rows of every item with the item of each; false when the server refused the list.
 bool frmMain::mfbAll_rows_add(int total)
 {
     mbFilling = true;
@@ -347,16 +348,21 @@ bool frmMain::mfbAll_rows_add(int total)
     // The grid repaints once at the end.
     fgrdItems->setRedraw(false);
     const QDate today = Clock::today();
+    const auto listed = [&](const PromoPriceRecord &row) {
+        return expiredToo || (row.EndDate.date() >= today && row.ChangeType != kChangeDeleted);
+    };
+    std::vector<qint32> invuids;
+    for (const PromoPriceRecord &row : std::as_const(rows))
+        if (listed(row))
+            invuids.push_back(row.Invuid);
+    PromoItems items(std::move(invuids));
     int count = 0;
     int read = 0;
     QString previousPromo = QStringLiteral(".00");
     for (const PromoPriceRecord &row : std::as_const(rows)) {
         progress.step(++read);
         gPromo = row;
-        if (!expiredToo && (row.EndDate.date() < today || row.ChangeType == kChangeDeleted))
-            continue;
-        gInventory.RecordNum = row.Invuid;
-        if (!gfbDB_RecordOp(kInventoryTable, kOpEqual, 0))
+        if (!listed(row) || !items.next())
             continue;
         mpRow_add(count, previousPromo, true);
         previousPromo = fgrdItems->TextMatrix(count, cPromo);

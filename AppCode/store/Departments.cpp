@@ -1,9 +1,13 @@
 #include "store/Departments.h"
 
 #include "common/Numbers.h"
+#include "platform/Recordset.h"
 #include "store/Database.h"
 #include "store/RecordOps.h"
+#include "store/RowsDecode.h"
 #include "store/TableLayout.h"
+
+#include <functional>
 
 namespace qln {
 
@@ -42,7 +46,95 @@ bool findCode(const QString &code)
     return gfbDB_RecordOp(kDeptTable, kOpEqual, 1);
 }
 
+// A code the table and the engine compare alike: trailing blanks and letter case aside, the
+// same characters. The keyed read's text changes an apostrophe and the letters "ItemID".
+bool plainCode(const QString &code)
+{
+    for (const QChar c : code)
+        if (c.unicode() < 0x20 || c.unicode() > 0x7E || c == QLatin1Char('\''))
+            return false;
+    return !code.contains(QLatin1String("ItemID"));
+}
+
+QString codeKey(const QString &code)
+{
+    qsizetype n = code.size();
+    while (n > 0 && code.at(n - 1) == QLatin1Char(' '))
+        --n;
+    return code.left(n).toUpper();
+}
+
+// The composed name, each level found by `find`.
+QString composeName(const QString &sCode, bool bCodeOnly, bool bShort, const std::function<bool(const QString &)> &find)
+{
+    const QString code = sCode.trimmed();
+    const QString zeros = QStringLiteral("000");
+    qsizetype first = code.indexOf(QLatin1Char('.'));
+    if (first < 0)
+        first = code.size();
+    const qsizetype second = code.indexOf(QLatin1Char('.'), first + 1);
+
+    QString name1, name2, name3;
+    if (find(code.left(first) + QStringLiteral(".000.000")))
+        name1 = gDept.Department.trimmed();
+    if (second >= 0 && code.mid(first + 1, 3) != zeros && find(code.left(second) + QStringLiteral(".000")))
+        name2 = QStringLiteral(" - ") + gDept.Department.trimmed();
+    // With no second point this looks at the first three characters: "002" is tried as a code.
+    if (code.mid(second + 1, 3) != zeros && find(code))
+        name3 = QStringLiteral(" - ") + gDept.Department.trimmed();
+
+    if (name1.isEmpty())
+        return QString();
+    const QString shown = gDept.DeptCode.trimmed();
+    if (bCodeOnly)
+        return shown;
+    if (bShort && !name3.isEmpty())
+        return name1.left(5) + QStringLiteral(" -") + name2.mid(1, 5) + name3;
+    return shown + QLatin1Char(' ') + name1 + name2 + name3;
+}
+
 } // namespace
+
+void DeptTable::read()
+{
+    m_rows.clear();
+    m_read = false;
+    auto rows = std::make_unique<Recordset>();
+    // Not logged when refused: the text is none of the program's, and the keyed reads that
+    // stand in for it log their own.
+    if (!rows->open(dbConnection(), QStringLiteral("SELECT * FROM ") + dbuaTable[kDeptTable].sSqlFile))
+        return;
+    const DeptRecord held = gDept;
+    bool plain = true;
+    gpDB_rows_decode(kDeptTable, rows, [&] {
+        plain = plain && plainCode(gDept.DeptCode);
+        const QString key = codeKey(gDept.DeptCode);
+        if (!m_rows.contains(key))
+            m_rows.insert(key, gDept);
+    });
+    gDept = held;
+    m_read = plain;
+    if (!plain)
+        m_rows.clear();
+}
+
+bool DeptTable::find(const QString &sCode) const
+{
+    const QString code = layout().fitted(&D::DeptCode, sCode);
+    if (!m_read || !plainCode(code))
+        return findCode(sCode);
+    gDept.DeptCode = code;
+    const auto row = m_rows.constFind(codeKey(code));
+    if (row == m_rows.constEnd())
+        return false;
+    gDept = *row;
+    return true;
+}
+
+QString gfsDept_Name(const QString &sCode, const DeptTable &table)
+{
+    return composeName(sCode, false, false, [&](const QString &code) { return table.find(code); });
+}
 
 void gpDept_Open(int iTable, const QString &sPath)
 {
@@ -103,30 +195,7 @@ int gfiDept_Level(const QString &sCode)
 
 QString gfsDept_Name(const QString &sCode, bool bCodeOnly, bool bShort)
 {
-    const QString code = sCode.trimmed();
-    const QString zeros = QStringLiteral("000");
-    qsizetype first = code.indexOf(QLatin1Char('.'));
-    if (first < 0)
-        first = code.size();
-    const qsizetype second = code.indexOf(QLatin1Char('.'), first + 1);
-
-    QString name1, name2, name3;
-    if (findCode(code.left(first) + QStringLiteral(".000.000")))
-        name1 = gDept.Department.trimmed();
-    if (second >= 0 && code.mid(first + 1, 3) != zeros && findCode(code.left(second) + QStringLiteral(".000")))
-        name2 = QStringLiteral(" - ") + gDept.Department.trimmed();
-    // With no second point this looks at the first three characters: "002" is tried as a code.
-    if (code.mid(second + 1, 3) != zeros && findCode(code))
-        name3 = QStringLiteral(" - ") + gDept.Department.trimmed();
-
-    if (name1.isEmpty())
-        return QString();
-    const QString shown = gDept.DeptCode.trimmed();
-    if (bCodeOnly)
-        return shown;
-    if (bShort && !name3.isEmpty())
-        return name1.left(5) + QStringLiteral(" -") + name2.mid(1, 5) + name3;
-    return shown + QLatin1Char(' ') + name1 + name2 + name3;
+    return composeName(sCode, bCodeOnly, bShort, findCode);
 }
 
 } // namespace qln

@@ -1,4 +1,5 @@
 #pragma once
+#include <QHash>
 #include <QString>
 
 // The departments of the suite: codes of three levels "DDD.CCC.SSS", "000" for a level not in
@@ -40,5 +41,23 @@ int gfiDept_Level(const QString &sCode);
 // left out. bCodeOnly: the code alone. bShort: a narrow form for third-level departments.
 // The buffer is left on the code asked for.
 QString gfsDept_Name(const QString &sCode, bool bCodeOnly = false, bool bShort = false);
+
+// The department table read by one statement, for a list that composes the names of many
+// codes: a code then costs no statement. A code only the server can compare as it does
+// (anything but plain ASCII, an apostrophe) goes to the keyed read, and so does every code
+// when the table holds such a code or the statement was refused.
+class DeptTable {
+public:
+    void read();
+    // As the keyed read of a code: the buffer takes the code, cut or padded to its width,
+    // then the row when there is one. True when found.
+    bool find(const QString &sCode) const;
+
+private:
+    QHash<QString, DeptRecord> m_rows; // by code without its trailing blanks, upper-cased
+    bool m_read = false;
+};
+// The same as above, each level found in `table`; the buffer ends as the keyed reads leave it.
+QString gfsDept_Name(const QString &sCode, const DeptTable &table);
 
 } // namespace qln

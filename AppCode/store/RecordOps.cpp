@@ -2,6 +2,7 @@
 
 #include "common/ProcessState.h"
 #include "platform/Messages.h"
+#include "store/RowsDecode.h"
 #include "store/ServerCheck.h"
 #include "store/StatementLog.h"
 
@@ -364,6 +365,24 @@ bool gfbDB_GetLast(int iTable, int iKey) { return openTail(iTable, gfsDB_LastSql
 bool gfbDB_BySQL(int iTable, const QString &sSQL) { return openTail(iTable, sSQL); }
 
 const QString &gsDB_LastSql() { return lastSql(); }
+
+void gpDB_rows_decode(int iTable, std::unique_ptr<Recordset> &rows, const std::function<void()> &each)
+{
+    std::swap(dbaRecordset[size_t(iTable)], rows);
+    Recordset &set = *dbaRecordset[size_t(iTable)];
+    for (set.moveFirst(); !set.eof(); set.moveNext()) {
+        gpDB_table_row_to_record(iTable);
+        each();
+    }
+    std::swap(dbaRecordset[size_t(iTable)], rows);
+}
+
+void gpDB_row_decode(int iTable, std::unique_ptr<Recordset> &rows)
+{
+    std::swap(dbaRecordset[size_t(iTable)], rows);
+    gpDB_table_row_to_record(iTable);
+    std::swap(dbaRecordset[size_t(iTable)], rows);
+}
 
 // ---------------------------------------------------------------- writes
 

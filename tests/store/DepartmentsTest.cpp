@@ -3,6 +3,7 @@
 #include "store/Departments.h"
 
 #include <QFile>
+#include <QRandomGenerator>
 
 using namespace qln;
 using namespace qln::test;
@@ -118,4 +119,56 @@ TEST(DepartmentCode, SplitsIntoThreeGroupsAndTellsItsLevel)
     EXPECT_EQ(gfiDept_Level(QStringLiteral("001.002.003")), 3);
     EXPECT_EQ(gfiDept_Level(QStringLiteral("001.000.003")), 1) << "a third group under no second counts for nothing";
     EXPECT_EQ(gfiDept_Level(QStringLiteral("001")), 0);
+}
+
+// Names composed from the table read once must be those of the keyed reads, and leave the
+// buffer as they do: codes in other case, with trailing blanks, missing parents, codes with
+// no points, an apostrophe; and a table holding a code only the server compares, which sends
+// every code to the keyed reads.
+TEST_F(DepartmentTable, NamesFromTheTableReadOnceAreTheKeyedReadsNames)
+{
+    QRandomGenerator random(20261123);
+    const QStringList groups = {QStringLiteral("001"), QStringLiteral("000"), QStringLiteral("00a"), QStringLiteral("00A"),
+                                QStringLiteral("000"), QStringLiteral("01-"), QStringLiteral("0'1")};
+    auto pick = [&](const QStringList &from) { return from[random.bounded(int(from.size()))]; };
+    auto code = [&] {
+        switch (random.bounded(8)) {
+        case 0: return pick(groups);
+        case 1: return pick(groups) + QLatin1Char('.') + pick(groups);
+        case 2: return QLatin1Char(' ') + pick(groups) + QLatin1Char('.') + pick(groups) + QLatin1Char('.') + pick(groups);
+        default: return pick(groups) + QLatin1Char('.') + pick(groups) + QLatin1Char('.') + pick(groups);
+        }
+    };
+    int composed = 0;
+    for (int round = 0; round < 8; ++round) {
+        ASSERT_TRUE(dbConnection().execute(QStringLiteral("DELETE FROM Departments")));
+        const int rows = random.bounded(0, 40);
+        QStringList present;
+        for (int r = 0; r < rows; ++r) {
+            gDept = DeptRecord();
+            // Every other row a first level, so that names are found.
+            gDept.DeptCode = r % 2 ? code() : pick(groups) + QStringLiteral(".000.000");
+            present << gDept.DeptCode;
+            if (round == 7 && r == 0)
+                gDept.DeptCode = QStringLiteral("001.\u00e9.000");
+            gDept.Department = QStringLiteral("Name ") + QString::number(r) + (r % 3 ? QStringLiteral("  ") : QString());
+            gfbDB_RecordOp(kDeptTable, kOpInsert, 1); // a code already there under the collation is refused
+        }
+        DeptTable table;
+        table.read();
+        for (int probe = 0; probe < 25; ++probe) {
+            const QString asked = (present.isEmpty() || random.bounded(2) ? code() : pick(present)) +
+                                  (random.bounded(2) ? QStringLiteral(" ") : QString());
+            const QString lower = random.bounded(2) ? asked.toLower() : asked;
+            gDept = DeptRecord();
+            const QString keyed = gfsDept_Name(lower);
+            const QString keyedBuffer = gfsDept_values();
+            gDept = DeptRecord();
+            const QString read = gfsDept_Name(lower, table);
+            ASSERT_EQ(read, keyed) << "round " << round << ": " << lower.toStdString();
+            ASSERT_EQ(gfsDept_values(), keyedBuffer) << "round " << round << ": " << lower.toStdString();
+            composed += !keyed.isEmpty();
+        }
+    }
+    EXPECT_GT(composed, 40) << "the rounds must find names, not only miss";
 }
