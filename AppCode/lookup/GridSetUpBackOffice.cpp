@@ -142,10 +142,10 @@ bool gfbGridSetUp_Inventory()
     return true;
 }
 
-void gpDataGrid_SetSortInventory(int col)
+bool gpDataGrid_SetSortInventory(int col)
 {
     if (col < 0 || col >= int(gaGridColumns.size()))
-        return;
+        return false;
     if (gaGridColumns[col].iField == kNoField)
         col = 1;
     const GridColumn &c = gaGridColumns[col];
@@ -154,11 +154,11 @@ void gpDataGrid_SetSortInventory(int col)
     if (offset == 6 && c.iFormat == kDeptName) {
         gfiMsgBox(QStringLiteral("Display Only - No Sorting Available"), MsgButtons::OK, MsgIcon::None,
                   QStringLiteral("Department Name"));
-        return;
+        return false;
     }
     if (offset == 1 && vendor && (iVendorMode == 0 || iVendorMode == 1)) {
         gfiMsgBox(QStringLiteral("Sort vendors by sub-description is not available"));
-        return;
+        return false;
     }
     sVendorFilter = doubledQuotes(sVendorFilter);
     const QString vendorWhere = QStringLiteral(" WHERE status <= ' ' AND vendorcode ='") + sVendorFilter + QLatin1Char('\'');
@@ -214,6 +214,7 @@ void gpDataGrid_SetSortInventory(int col)
         displayOnly("--Department", QString(), c.iField);
     }
     sVendorFilter.replace(QLatin1String("''"), QLatin1String("'"));
+    return true;
 }
 
 bool gfbGridSetUp_Names()

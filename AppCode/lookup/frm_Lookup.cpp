@@ -64,7 +64,7 @@ void gpDataGrid_Setup(FlexGrid &grid)
     gpDataGrid_Size();
     grid.setRedraw(false);
     grid.Clear();
-    grid.setRows(iGridRows);
+    grid.setRows(iGridRows + 1);
     grid.setCols(iGridCols);
     grid.setRow(0);
     grid.setWordWrap(true);
@@ -358,8 +358,8 @@ void frm_Lookup::resizeEvent(QResizeEvent *event)
 void frm_Lookup::mpGrid_resize()
 {
     iGridRowCount = gfiDataGrid_RowCount(fgrdItems->Height());
-    fgrdItems->setRows(iGridRowCount);
-    for (int row = 1; row < iGridRowCount; ++row)
+    fgrdItems->setRows(iGridRowCount + 1);
+    for (int row = 1; row <= iGridRowCount; ++row)
         fgrdItems->setRowHeight(row, kDataRowHeight);
 }
 
@@ -442,9 +442,8 @@ void frm_Lookup::mpSort_set(int col)
 {
     if (col < 0 || col >= iGridCols)
         return;
-    gpDataGrid_SetSortInventory(col);
-    if (gaGridColumns[col].iFormat == 12)
-        return; // display only: the order stays
+    if (!gpDataGrid_SetSortInventory(col))
+        return; // refused: the header and the list stay as they are
     m_sortCol = gaGridColumns[col].iField == kNoField ? 1 : col;
     gpGrid_HeaderHighlight(*fgrdItems, m_sortCol);
     lblSearchField->setText(gLookupCaptions.sSearchLabel);
