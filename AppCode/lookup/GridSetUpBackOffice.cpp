@@ -122,15 +122,17 @@ bool gfbGridSetUp_Inventory()
         column("On Order", 1000, 4, kOnOrder, kNumber);
         column("On Hand", 1000, 4, kQtyOnHand, kNumber);
         if (cost)
-            column("Cost", 700, 7, kCost, kMoney);
+            column("Cost", 1000, 7, kCost, kMoney);
         else
-            column("Price", 700, 7, priceField, kPriceForm);
+            column("Price", 1000, 7, priceField, kPriceForm);
     } else {
-        column("F9 Vendor", 1000, 1, kVendorCode, kText);
-        column("Quantity", 700, 4, kQtyOnHand, kNumber);
-        column("Price", 700, 7, priceField, kPriceForm);
+        // Wider than the original's 1000 and 700: vendor codes of twelve capitals, the bold
+        // header, and prices up to a million read whole.
+        column("F9 Vendor", 1400, 1, kVendorCode, kText);
+        column("Quantity", 900, 4, kQtyOnHand, kNumber);
+        column("Price", 1000, 7, priceField, kPriceForm);
         if (cost)
-            column("Cost", 700, 7, kCost, kMoney);
+            column("Cost", 1000, 7, kCost, kMoney);
     }
     if (gLookupSettings.bRecordNumbers)
         column("UID", 500, 4, kRecordNum, kNumber);

@@ -30,6 +30,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScreen>
+#include <QScrollBar>
 #include <QSpinBox>
 #include <QTableView>
 #include <QVBoxLayout>
@@ -160,8 +161,10 @@ frm_Lookup::frm_Lookup(QWidget *parent) : QDialog(parent)
     bWildcard = false;
     mpActivate();
     gpFont_normalise(this);
-    // Wide enough for every column beside the buttons, still free to be made narrower.
-    fgrdItems->setMinimumWidth(fgrdItems->width() + 2 * fgrdItems->view()->frameWidth());
+    // Wide enough for every column and the scroll bar beside the buttons, still free to be
+    // made narrower.
+    const QTableView *view = fgrdItems->view();
+    fgrdItems->setMinimumWidth(fgrdItems->width() + 2 * view->frameWidth() + view->verticalScrollBar()->sizeHint().width());
     resize(qMax(width(), minimumSizeHint().width()), 560);
     fgrdItems->setMinimumWidth(0);
 }

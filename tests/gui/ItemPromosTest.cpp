@@ -276,6 +276,14 @@ TEST_F(ItemPromos, EachOfTwoPromosWithOneStartDateCanBeChangedAndDeleted)
                 return row;
         return 0;
     };
+    // The boxes shown, less the overlap warnings of the refill (the two promos of one day overlap).
+    auto said = [&] {
+        QStringList texts;
+        for (const QString &text : boxes.texts())
+            if (!text.startsWith(QStringLiteral("You have over-lapping")))
+                texts << text;
+        return texts;
+    };
     auto byId = [&](qint32 uid) {
         for (const PromoPriceRecord &p : promos())
             if (p.UniqueID == uid)
@@ -289,7 +297,7 @@ TEST_F(ItemPromos, EachOfTwoPromosWithOneStartDateCanBeChangedAndDeleted)
         boxes.clear();
         withEditor({1, QString::fromLatin1(changed), QString(), QString()}, [&] { QTest::keyClick(form.get(), Qt::Key_F8); });
         EXPECT_EQ(editorTitle, QStringLiteral("Change Promo Price"));
-        EXPECT_TRUE(boxes.shown().isEmpty()) << boxes.texts().join(QLatin1Char('|')).toStdString();
+        EXPECT_TRUE(said().isEmpty()) << said().join(QLatin1Char('|')).toStdString();
         const PromoPriceRecord p = byId(uid);
         EXPECT_EQ(p.PriceChange, Money::fromDouble(QString::fromLatin1(changed).toDouble())) << uid;
         EXPECT_EQ(p.Poll, QStringLiteral("Y"));
@@ -309,7 +317,7 @@ TEST_F(ItemPromos, EachOfTwoPromosWithOneStartDateCanBeChangedAndDeleted)
         boxes.clear();
         boxes.answer(MsgAnswer::Yes);
         QTest::keyClick(form.get(), Qt::Key_F5);
-        EXPECT_EQ(boxes.texts(), strings({"Are you sure you want to delete?\r\rReady To Delete"}));
+        EXPECT_EQ(said(), strings({"Are you sure you want to delete?\r\rReady To Delete"}));
         EXPECT_EQ(byId(uid).ChangeType, kChangeDeleted) << uid;
     }
     EXPECT_EQ(byId(3).ChangeType, kChangeBy);
@@ -330,7 +338,7 @@ TEST_F(ItemPromos, EachOfTwoPromosWithOneStartDateCanBeChangedAndDeleted)
     boxes.clear();
     boxes.answer(MsgAnswer::Yes);
     QTest::keyClick(form.get(), Qt::Key_F5);
-    EXPECT_EQ(boxes.texts().value(1), QStringLiteral("PromoPrice record not retrieved"));
+    EXPECT_EQ(said().value(1), QStringLiteral("PromoPrice record not retrieved"));
     for (const PromoPriceRecord &p : promos())
         EXPECT_NE(p.UniqueID, 3);
 
@@ -346,7 +354,7 @@ TEST_F(ItemPromos, EachOfTwoPromosWithOneStartDateCanBeChangedAndDeleted)
     boxes.answer(MsgAnswer::Yes);
     boxes.meanwhile([&] { station2->execute(QStringLiteral("UPDATE PromoPrices SET Poll = 'N' WHERE UniqueID = 4")); });
     QTest::keyClick(form.get(), Qt::Key_F5);
-    ASSERT_EQ(boxes.shown().size(), 2);
+    ASSERT_EQ(said().size(), 2);
     EXPECT_EQ(boxes.shown()[1].text, QStringLiteral("Unable to delete promo"));
     EXPECT_EQ(boxes.shown()[1].title, QStringLiteral("Error"));
     EXPECT_EQ(byId(4).ChangeType, kChangeBy);

@@ -333,14 +333,14 @@ TEST_F(Paging, TheUpcColumnShowsTheFirstCodeThatStandsForTheItem)
 
 // The engine fetches the edge row's own record before it walks, so no rows lie between. The
 // sort's key comes before the Item ID: both reach that record while the Item ID is the row's
-// alone, and only the sort's key does when two items share it.
+// alone, and only the sort's key does when two items share it left-trimmed.
 TEST_F(Paging, RepositioningReachesTheEdgeRowsOwnRecord)
 {
     constexpr int total = 17;
     for (int n = 1; n <= total; ++n) {
         InventoryRecord r = item(n, QStringLiteral("Item %1").arg(n, 3, 10, QLatin1Char('0')));
         if (n == 9)
-            r.ItemID = QStringLiteral("ID003").leftJustified(25); // shared with item 3
+            r.ItemID = QStringLiteral(" ID003").leftJustified(25); // item 3's, as compared left-trimmed
         add(r);
     }
     ASSERT_TRUE(open());
