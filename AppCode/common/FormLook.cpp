@@ -1,5 +1,7 @@
 #include "common/FormLook.h"
 
+#include "common/TabOrder.h"
+
 #include <QApplication>
 #include <QWidget>
 
@@ -24,7 +26,11 @@ QFont gfFormFont()
     return font;
 }
 
-void gpFormLook_install() { QApplication::setFont(gfFormFont()); }
+void gpFormLook_install()
+{
+    QApplication::setFont(gfFormFont());
+    gpTabOrder_install();
+}
 
 int gfiTwips_toPixels(int twips, const QWidget *widget)
 {

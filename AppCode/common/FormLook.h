@@ -15,7 +15,8 @@ inline QString gsFontName;
 constexpr double kFormFontPoints = 8.25;
 QFont gfFormFont();
 
-// Sets the forms' font as the application's, before any window is made.
+// Sets the forms' font as the application's, before any window is made, and has Tab follow
+// each window's layout.
 void gpFormLook_install();
 
 // A twip is 1/1440 of a logical inch, widened by a ninth for the cells' wider margins here,

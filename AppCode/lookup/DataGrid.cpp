@@ -144,7 +144,8 @@ QString priceCell(const GridColumn &column, const QVariantList &image)
     return gfsNumber_format(value, QStringLiteral("##.00"));
 }
 
-// The item's first UPC that stands for it; the one of the row before when it is the same item.
+// The item's first UPC, in code order, that stands for it and carries its record number; the
+// one of the row before when it is the same item.
 QString upcCell(const QVariantList &image)
 {
     if (bUpcMode)
@@ -153,13 +154,21 @@ QString upcCell(const QVariantList &image)
     const QString sl = fieldText(image, kSL);
     if (sl == e.upcSL)
         return e.upcShown;
-    gUpc = UpcRecord();
-    gUpc.SL = sl;
-    const bool found = gfbDB_RecordOp(kUpcTable, kOpEqual, 0);
     e.upcSL = sl;
-    e.upcShown = found && !upcStandsForNoItem(gUpc.UPC) && gUpc.InvUID == image.value(kRecordNum).toInt()
-                     ? gUpc.UPC.trimmed()
-                     : QString();
+    e.upcShown.clear();
+    const QString sql = QStringLiteral("SELECT * FROM ") + dbuaTable[kUpcTable].sSqlFile + QStringLiteral(" WHERE SL='") +
+                        gfsDB_Quote(sl, true, 0) + QStringLiteral("' ORDER BY UPC");
+    if (!gfbDB_RecordOp(kUpcTable, kOpBySQL, 2, false, false, sql))
+        return e.upcShown;
+    const qint32 recordNum = image.value(kRecordNum).toInt();
+    Recordset &codes = *dbaRecordset[kUpcTable];
+    for (codes.moveFirst(); !codes.eof(); codes.moveNext()) {
+        gpUpc_read(kUpcTable);
+        if (!upcStandsForNoItem(gUpc.UPC) && gUpc.InvUID == recordNum) {
+            e.upcShown = gUpc.UPC.trimmed();
+            break;
+        }
+    }
     return e.upcShown;
 }
 
@@ -394,8 +403,10 @@ bool gfbDataGrid_Reposition(int row, const QString &position)
         gInventory.SL = cut(gfsItemID_key(cell(kSL, kSL_form)), 8);
         gInventory.VendorCode = cut(vendorKey() ? sVendorFilter : cell(kVendorCode), 15);
         gInventory.DeptCode = cut(cell(kDeptCode), 11);
-        // The sort's own key seeks by its index; the Item ID (compared left-trimmed) is
-        // the fallback, as it reads the whole table on a large file.
+        // The edge row's own record is fetched, so no rows lie between to walk. The sort's own
+        // key comes first: it seeks by its index and is unique to the row, while the Item ID
+        // (compared left-trimmed) reads the whole table on a large file and may be shared by
+        // two items. Both reach the same record when the Item ID is the row's alone.
         found = gfbDB_RecordOp(kInventoryTable, kOpEqual, iLookupKey) || gfbDB_RecordOp(kInventoryTable, kOpEqual, 2);
     }
     sPosition = found ? position : QString();
@@ -491,8 +502,12 @@ bool lastAtOrBefore()
 
 bool keyPosition(const QString &text)
 {
+    // "Get First" comes before any text: on an empty table the rows just go blank.
+    const bool first = gfbDB_RecordOp(kInventoryTable, kOpGetFirst, iLookupKey);
+    if (!first && gfiDB_RecordCount(kInventoryTable) == 0)
+        return false;
     if (text.isEmpty() && !vendorKey())
-        return gfbDB_RecordOp(kInventoryTable, kOpGetFirst, iLookupKey);
+        return first;
     keyFill(text);
     if (gfbDB_RecordOp(kInventoryTable, kOpGreaterEqual, iLookupKey)) {
         if (!text.isEmpty())
@@ -544,12 +559,31 @@ bool deptPosition(const QString &text)
     return gfbDB_RecordOp(kInventoryTable, kOpGreaterEqual, 8);
 }
 
-// Rows from `first` on through Get Next; after the last record the rest is blank.
-void fillForward(int first)
+// The next code after the one in the buffer that stands for an item, by the search's own
+// statement rather than the keyed walk.
+bool upcStepBySearch()
+{
+    for (;;) {
+        const QString sql = QStringLiteral("SELECT TOP 1 * FROM ") + dbuaTable[kUpcTable].sSqlFile + QStringLiteral(" WHERE upc > '") +
+                            gUpc.UPC.trimmed() + QStringLiteral("' order by UPC");
+        if (!gfbDB_ExecuteSQL(sql, kUpcTable, false))
+            return false;
+        gpUpc_read(kUpcTable);
+        switch (judge()) {
+        case Verdict::Pass: return true;
+        case Verdict::End: return false;
+        case Verdict::Refuse: break;
+        }
+    }
+}
+
+// Rows from `first` on through Get Next, or in UPC mode after a search through its
+// statement; after the last record the rest is blank.
+void fillForward(int first, bool bSearch = false)
 {
     int row = first;
     for (; row < iGridRows; ++row) {
-        if (!step(kOpGetNext))
+        if (!(bSearch && bUpcMode ? upcStepBySearch() : step(kOpGetNext)))
             break;
         rowFillCurrent(row);
     }
@@ -560,7 +594,7 @@ void fillForward(int first)
 }
 
 // The current record on row 1 and the rest after it.
-bool fillFromCurrent(DataGridView &grid)
+bool fillFromCurrent(DataGridView &grid, bool bSearch = false)
 {
     if (!gfbDataGrid_RecordAcceptable(kOpGetNext)) {
         rowsClear();
@@ -570,7 +604,7 @@ bool fillFromCurrent(DataGridView &grid)
         return false;
     }
     rowFillCurrent(1);
-    fillForward(2);
+    fillForward(2, bSearch);
     sPosition = kBottom;
     paint(grid);
     return true;
@@ -578,6 +612,7 @@ bool fillFromCurrent(DataGridView &grid)
 
 // ---------------------------------------------------------------- scan search
 
+// A note of an item ("&" and its SL) is a hit on that item, known by its record number.
 void noteHitsCollect(const QString &like)
 {
     const QString sql = QStringLiteral("Select * from notes where FILECODE ='I' AND NOTETEXT like '%") + like + QStringLiteral("%'");
@@ -588,18 +623,18 @@ void noteHitsCollect(const QString &like)
         gpNotes_read(kNotesTable);
         if (gNotes.FILECODE.trimmed() != QLatin1String("I"))
             continue;
-        QString ref = gNotes.REFCODE.trimmed();
-        if (ref.startsWith(QLatin1Char('&')))
-            ref.remove(0, 1);
-        gaWildHits.append({ref.left(8), 0, gNotes.NOTETEXT.trimmed(), false});
+        const QString ref = gNotes.REFCODE.trimmed();
+        const qint32 recordNum =
+            ref.startsWith(QLatin1Char('&')) && gfiInventory_BySL(cut(ref.mid(1), 8), false) == -1 ? gInventory.RecordNum : 0;
+        gaWildHits.append({ref.left(8), recordNum, gNotes.NOTETEXT.trimmed(), false});
     }
 }
 
 void hitUse(const QVariantList &image)
 {
-    const QString sl = fieldText(image, kSL).trimmed();
+    const qint32 recordNum = image.value(kRecordNum).toInt();
     for (WildHit &hit : gaWildHits) {
-        if (hit.sSL.trimmed() == sl)
+        if (hit.lRecordNum == recordNum)
             hit.bUsed = true;
     }
 }
@@ -651,7 +686,10 @@ bool scanSearch(DataGridView &grid, const QString &text)
         }
     }
     for (const WildHit &hit : std::as_const(gaWildHits)) {
-        if (hit.bUsed || bStop || gfiInventory_BySL(cut(hit.sSL, 8), false) != -1 || gInventory.Status == QLatin1String("D"))
+        if (hit.bUsed || bStop || hit.lRecordNum == 0)
+            continue;
+        gInventory.RecordNum = hit.lRecordNum;
+        if (!gfbDB_RecordOp(kInventoryTable, kOpEqual, 0) || gInventory.Status == QLatin1String("D"))
             continue;
         QVariantList image = currentImage();
         image[kDescription] = hit.sText;
@@ -881,7 +919,7 @@ bool gfvDataGrid_Find(DataGridView &grid, bool bFromSearch)
         select(grid, 1);
         return false;
     }
-    const bool filled = fillFromCurrent(grid);
+    const bool filled = fillFromCurrent(grid, true);
     const int row = visibleMatch(text);
     select(grid, row > 0 ? row : 1);
     yieldTo(grid);
@@ -929,7 +967,8 @@ void gpDataGrid_Move(DataGridView &grid, int iDirection)
     EngineState &e = engine();
     int row = e.scanShown ? grid.row() : e.gridRow;
     row = qBound(1, row, qMax(1, iGridRows - 1));
-    const int last = iGridRows - 1;
+    // A scan keeps the last line free: Down scrolls one row earlier.
+    const int last = e.scanShown ? iGridRows - 2 : iGridRows - 1;
     switch (iDirection) {
     case kLineUp:
         if (row > 1)

@@ -122,15 +122,17 @@ bool gfbGridSetUp_Inventory()
         column("On Order", 1000, 4, kOnOrder, kNumber);
         column("On Hand", 1000, 4, kQtyOnHand, kNumber);
         if (cost)
-            column("Cost", 700, 7, kCost, kMoney);
+            column("Cost", 1000, 7, kCost, kMoney);
         else
-            column("Price", 700, 7, priceField, kPriceForm);
+            column("Price", 1000, 7, priceField, kPriceForm);
     } else {
-        column("F9 Vendor", 1000, 1, kVendorCode, kText);
-        column("Quantity", 700, 4, kQtyOnHand, kNumber);
-        column("Price", 700, 7, priceField, kPriceForm);
+        // Wider than the original's 1000 and 700: vendor codes of twelve capitals, the bold
+        // header, and prices up to a million read whole.
+        column("F9 Vendor", 1400, 1, kVendorCode, kText);
+        column("Quantity", 900, 4, kQtyOnHand, kNumber);
+        column("Price", 1000, 7, priceField, kPriceForm);
         if (cost)
-            column("Cost", 700, 7, kCost, kMoney);
+            column("Cost", 1000, 7, kCost, kMoney);
     }
     if (gLookupSettings.bRecordNumbers)
         column("UID", 500, 4, kRecordNum, kNumber);
@@ -142,10 +144,10 @@ bool gfbGridSetUp_Inventory()
     return true;
 }
 
-void gpDataGrid_SetSortInventory(int col)
+bool gpDataGrid_SetSortInventory(int col)
 {
     if (col < 0 || col >= int(gaGridColumns.size()))
-        return;
+        return false;
     if (gaGridColumns[col].iField == kNoField)
         col = 1;
     const GridColumn &c = gaGridColumns[col];
@@ -154,11 +156,11 @@ void gpDataGrid_SetSortInventory(int col)
     if (offset == 6 && c.iFormat == kDeptName) {
         gfiMsgBox(QStringLiteral("Display Only - No Sorting Available"), MsgButtons::OK, MsgIcon::None,
                   QStringLiteral("Department Name"));
-        return;
+        return false;
     }
     if (offset == 1 && vendor && (iVendorMode == 0 || iVendorMode == 1)) {
         gfiMsgBox(QStringLiteral("Sort vendors by sub-description is not available"));
-        return;
+        return false;
     }
     sVendorFilter = doubledQuotes(sVendorFilter);
     const QString vendorWhere = QStringLiteral(" WHERE status <= ' ' AND vendorcode ='") + sVendorFilter + QLatin1Char('\'');
@@ -214,6 +216,7 @@ void gpDataGrid_SetSortInventory(int col)
         displayOnly("--Department", QString(), c.iField);
     }
     sVendorFilter.replace(QLatin1String("''"), QLatin1String("'"));
+    return true;
 }
 
 bool gfbGridSetUp_Names()

@@ -30,8 +30,8 @@ bool gfbLookup_CostVisible();
 bool gfbGridSetUp_Inventory();
 
 // Chooses key, search field and label for a clicked column (a column without a field
-// stands for the first one).
-void gpDataGrid_SetSortInventory(int col);
+// stands for the first one). False when the column can't lead the list; a box said why.
+bool gpDataGrid_SetSortInventory(int col);
 
 // Field ordinals of the name record that the names columns show.
 enum NameField : int {

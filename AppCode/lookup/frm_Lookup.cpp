@@ -30,6 +30,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScreen>
+#include <QScrollBar>
 #include <QSpinBox>
 #include <QTableView>
 #include <QVBoxLayout>
@@ -64,7 +65,7 @@ void gpDataGrid_Setup(FlexGrid &grid)
     gpDataGrid_Size();
     grid.setRedraw(false);
     grid.Clear();
-    grid.setRows(iGridRows);
+    grid.setRows(iGridRows + 1);
     grid.setCols(iGridCols);
     grid.setRow(0);
     grid.setWordWrap(true);
@@ -161,8 +162,10 @@ frm_Lookup::frm_Lookup(QWidget *parent) : QDialog(parent)
     bWildcard = false;
     mpActivate();
     gpFont_normalise(this);
-    // Wide enough for every column beside the buttons, still free to be made narrower.
-    fgrdItems->setMinimumWidth(fgrdItems->width() + 2 * fgrdItems->view()->frameWidth());
+    // Wide enough for every column and the scroll bar beside the buttons, still free to be
+    // made narrower.
+    const QTableView *view = fgrdItems->view();
+    fgrdItems->setMinimumWidth(fgrdItems->width() + 2 * view->frameWidth() + view->verticalScrollBar()->sizeHint().width());
     resize(qMax(width(), minimumSizeHint().width()), 560);
     fgrdItems->setMinimumWidth(0);
 }
@@ -360,8 +363,8 @@ void frm_Lookup::resizeEvent(QResizeEvent *event)
 void frm_Lookup::mpGrid_resize()
 {
     iGridRowCount = gfiDataGrid_RowCount(fgrdItems->Height());
-    fgrdItems->setRows(iGridRowCount);
-    for (int row = 1; row < iGridRowCount; ++row)
+    fgrdItems->setRows(iGridRowCount + 1);
+    for (int row = 1; row <= iGridRowCount; ++row)
         fgrdItems->setRowHeight(row, kDataRowHeight);
 }
 
@@ -444,9 +447,8 @@ void frm_Lookup::mpSort_set(int col)
 {
     if (col < 0 || col >= iGridCols)
         return;
-    gpDataGrid_SetSortInventory(col);
-    if (gaGridColumns[col].iFormat == 12)
-        return; // display only: the order stays
+    if (!gpDataGrid_SetSortInventory(col))
+        return; // refused: the header and the list stay as they are
     m_sortCol = gaGridColumns[col].iField == kNoField ? 1 : col;
     gpGrid_HeaderHighlight(*fgrdItems, m_sortCol);
     lblSearchField->setText(gLookupCaptions.sSearchLabel);

@@ -7,6 +7,7 @@
 #include "config/Country.h"
 #include "store/Common.h"
 #include "store/Database.h"
+#include "store/FieldCodec.h"
 #include "store/Inventory.h"
 #include "store/RecordOps.h"
 
@@ -85,6 +86,23 @@ bool gfbPromo_rows_read(const QString &sql, QList<PromoPriceRecord> &rows)
         rows << gPromo;
     }
     return true;
+}
+
+// "Get Next" is strict on the whole key, so a walk on (SL, StartDate) never reaches the second
+// promo of an item at one date; the rows at that date are read together instead.
+bool gfbPromo_same_start_find(const QString &sl, const QDateTime &start, const std::function<bool()> &wanted)
+{
+    const QString sql = QStringLiteral("SELECT * FROM PromoPrices WHERE SL='") + gfsDB_Quote(sl, true, 0) +
+                        QStringLiteral("' AND StartDate='") + gfsDate_keyText(start) + QLatin1Char('\'');
+    if (!gfbDB_RecordOp(kPromoTable, kOpBySQL, 2, false, false, sql))
+        return false;
+    Recordset &set = *dbaRecordset[kPromoTable];
+    for (set.moveFirst(); !set.eof(); set.moveNext()) {
+        gpDB_table_row_to_record(kPromoTable);
+        if (wanted())
+            return true;
+    }
+    return false;
 }
 
 QString gfsPromo_tombstone_sql(const QString &sNow, qint32 invuid, bool bSpacedWhere)

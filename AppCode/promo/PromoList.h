@@ -4,6 +4,7 @@
 #include <QDate>
 #include <QList>
 #include <QString>
+#include <functional>
 #include <optional>
 
 // What the promo list windows share: the texts of a promo row in their grids, the reading of
@@ -55,6 +56,11 @@ qint64 gflDate_YYYYYMMDD(const QDate &date);
 // Reads the rows of a query on PromoPrices, in the server's order. False when the server
 // refused the query; an empty answer is true with no rows.
 bool gfbPromo_rows_read(const QString &sql, QList<PromoPriceRecord> &rows);
+
+// Of the promos of one item that start on one date, the first that `wanted` accepts (it looks
+// at gPromo): it stays in the buffer and is the table's current row, ready for "Update".
+// False when none is.
+bool gfbPromo_same_start_find(const QString &sl, const QDateTime &start, const std::function<bool()> &wanted);
 
 // The statement meant to turn an item's live promos into tombstones waiting to be polled.
 // Its table name stands inside the text, so the server refuses it and only the log sees it;

@@ -272,8 +272,9 @@ void frmMain::mpItem_list_fill(bool bQuiet)
     mpGrid_layout();
     if (gfiDB_RecordCount(kPromoTable) > 0) {
         QString sql = QStringLiteral("SELECT * FROM PromoPrices WHERE Invuid=") + QString::number(gInventory.RecordNum);
+        // Today at midnight, not this moment: a promo still runs on its last day.
         if (!chkExpired->isChecked())
-            sql += QStringLiteral("AND EndDate >='") + gfsDate_sql(Clock::now()) + QLatin1Char('\'');
+            sql += QStringLiteral("AND EndDate >='") + gfsDate_sql(QDateTime(Clock::today(), QTime(0, 0))) + QLatin1Char('\'');
         QList<PromoPriceRecord> rows;
         gfbPromo_rows_read(sql, rows);
         int count = 0;
@@ -318,10 +319,12 @@ void frmMain::mpAll_list_fill()
         return;
     }
     gpMouse_busy();
-    if (!mfbAll_rows_add(total))
-        gfiMsgBox(QStringLiteral("Error occured while populating Grid"));
+    const bool filled = mfbAll_rows_add(total);
     gpMouse_normal();
-    if (!mbHasRows)
+    // A failed fill ends with its own message; the buttons still follow what the grid holds.
+    if (!filled)
+        gfiMsgBox(QStringLiteral("Error occured while populating Grid"));
+    else if (!mbHasRows)
         gfiMsgBox(QStringLiteral("No Active Promo Prices found"), MsgButtons::OK, MsgIcon::None,
                   QStringLiteral("All Item Promos have expired"));
     mpButtons_state();
@@ -485,24 +488,30 @@ void frmMain::mpPromo_add()
     mpEditor_run(editor);
 }
 
-// Finds the promo behind a grid row: "=" on its SL and start date, then a walk on key 2
-// for the row whose end and amount match. The walk stays within the item; when nothing
-// matched the buffer keeps the key it looked for.
+// Finds the promo behind a grid row. In the item face, and for a delete, the promos of the
+// item at the row's start date are looked at first, by end date and amount, so that each of
+// two promos with one start date can be reached. Then "=" on its SL and start date, and a
+// walk on key 2 for the row whose end and amount match. The walk stays within the item, so
+// that another item's promo is never taken; when nothing matched, the buffer keeps the key
+// it looked for.
 bool frmMain::mfbGrid_row_find(int row, bool bItemFace, bool bLiveOnly)
 {
     const FlexGrid &grid = *fgrdItems;
     const QString sl = bItemFace ? gfsItemID_key(lblEditData[0]->text()) : gfsItemID_key(grid.TextMatrix(row, cSL));
     const QDateTime start = mfdMidnight(grid.TextMatrix(row, cStart));
-    gPromo.SL = sl;
-    gPromo.StartDate = start;
-    bool found = gfbDB_RecordOp(kPromoTable, kOpEqual, 2);
-    if (!bItemFace && !bLiveOnly)
-        return found; // the All Items face takes the first promo at that date
     const QDateTime end = mfdMidnight(grid.TextMatrix(row, cEnd));
     const Money amount = Money::fromDouble(gfdNumber_value(grid.TextMatrix(row, cAmount)));
     auto matches = [&] {
         return gPromo.EndDate == end && gPromo.PriceChange == amount && (!bLiveOnly || gPromo.ChangeType != kChangeDeleted);
     };
+    const bool byEndAndAmount = bItemFace || bLiveOnly;
+    if (byEndAndAmount && gfbPromo_same_start_find(sl, start, matches))
+        return true;
+    gPromo.SL = sl;
+    gPromo.StartDate = start;
+    bool found = gfbDB_RecordOp(kPromoTable, kOpEqual, 2);
+    if (!byEndAndAmount)
+        return found; // the All Items face takes the first promo at that date
     while (found && gPromo.SL.trimmed() == sl.trimmed() && !matches())
         found = gfbDB_RecordOp(kPromoTable, kOpGetNext, 2);
     if (found && gPromo.SL.trimmed() == sl.trimmed())
@@ -568,8 +577,11 @@ void frmMain::mpPromo_delete()
     } else {
         gPromo.ChangeType = kChangeDeleted;
         gPromo.ChangeDate = QDateTime(Clock::today(), QTime(0, 0));
-        // Without the row found there is nothing to mark.
-        if (!found || !gfbDB_RecordOp(kPromoTable, kOpUpdate, 2))
+        // Only the row found is marked: with none, the user hears that it is gone, and
+        // "Unable to delete promo" stays for an update the server refused.
+        if (!found)
+            gfiMsgBox(QStringLiteral("PromoPrice record not retrieved"));
+        else if (!gfbDB_RecordOp(kPromoTable, kOpUpdate, 2))
             gfiMsgBox(QStringLiteral("Unable to delete promo"), MsgButtons::OK, MsgIcon::None, QStringLiteral("Error"));
     }
     mpList_refill();

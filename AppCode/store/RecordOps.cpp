@@ -217,8 +217,10 @@ void gpDB_FieldSet(int iTable, int iField, const QVariant &vValue)
     if (rs->recordCount() == 0)
         return;
     if (vValue.toString().trimmed().isEmpty()) {
-        const QString empty = QStringLiteral(""); // empty, not null: a null text would be sent as NULL
-        if (rs->value(iField).toString() != empty)
+        // Empty, not null: a NULL column gets the empty text too, so that blanking always lands.
+        const QString empty = QStringLiteral("");
+        const QVariant present = rs->value(iField);
+        if (present.isNull() || present.toString() != empty)
             rs->setValue(iField, empty);
         return;
     }
@@ -402,7 +404,7 @@ void gpDB_DeleteRecall(int iTable, const QString &sWhat)
 {
     Q_UNUSED(sWhat);
     gpFile_append(gfsDataPath_file(QStringLiteral("DeleteRecall.txt")),
-                  {gfsPrint_zones({gfsNow_text() + QLatin1Char(' '), QStringLiteral("  ") + kProgramName}),
+                  {gfsPrint_zones({gfsNow_text() + QLatin1Char(' '), QString(), QStringLiteral("  ") + kProgramName}),
                    QStringLiteral("INSERT INTO ") + tableName(iTable) + QStringLiteral(" VALUES(") +
                        gfsDB_table_values_get(iTable) + QLatin1Char(')')});
 }

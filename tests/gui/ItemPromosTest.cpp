@@ -4,6 +4,7 @@
 #include "DemoData.h"
 #include "common/DateForms.h"
 #include "common/ProcessState.h"
+#include "config/Country.h"
 #include "lookup/FlexGrid.h"
 #include "output/PrintState.h"
 #include "output/frmSMPRNT_PREVIEW.h"
@@ -13,6 +14,7 @@
 #include "shell/ProcessReset.h"
 #include "shell/Startup.h"
 #include "store/Common.h"
+#include "store/Database.h"
 #include "store/Inventory.h"
 #include "store/RecordOps.h"
 #include "support/ScriptedMessages.h"
@@ -26,6 +28,7 @@
 #include <QRadioButton>
 #include <QTest>
 #include <gtest/gtest.h>
+#include <tuple>
 
 using namespace qln;
 using namespace qln::test;
@@ -176,14 +179,22 @@ TEST_F(ItemPromos, F3FindsTheItemInTheLookupAndListsItsPromos)
     EXPECT_EQ(grid(form).TextMatrix(1, 3), QStringLiteral("8.00"));
 }
 
-// The item list asks for promos that end at or after this very moment, so one ending today
-// (at midnight) has left it; the All Items list tests by day and keeps it.
-TEST_F(ItemPromos, APromoEndingTodayHasLeftTheItemListButNotAllItems)
+// A promo still runs on its last day: both faces list one ending today, and the item list's
+// statement compares with today at midnight.
+TEST_F(ItemPromos, APromoEndingTodayIsListedInBothFaces)
 {
     addPromo(kToday.addDays(-3), kToday, kChangeBy, Money::fromWhole(1), 1);
+    addPromo(kToday.addDays(-3), kToday.addDays(-1), kChangeBy, Money::fromWhole(2), 2);
+    QStringList sent;
+    dbConnection().setStatementObserver([&](const QString &sql) { sent << sql; });
     auto form = openOnItem();
-    EXPECT_TRUE(grid(*form).TextMatrix(1, 4).isEmpty());
+    dbConnection().setStatementObserver(nullptr);
+    EXPECT_TRUE(sent.contains(QStringLiteral("SELECT * FROM PromoPrices WHERE Invuid=18AND EndDate >='2025-05-14 00:00:00'")))
+        << sent.join(QLatin1Char('\n')).toStdString();
+    ASSERT_EQ(grid(*form).Rows(), 2) << "yesterday's promo has ended";
+    EXPECT_EQ(grid(*form).TextMatrix(1, 5), shortDate(kToday));
     QTest::keyClick(form.get(), Qt::Key_F4);
+    ASSERT_EQ(grid(*form).Rows(), 2);
     EXPECT_EQ(grid(*form).TextMatrix(1, 0), QStringLiteral("1000000.7"));
     EXPECT_EQ(grid(*form).TextMatrix(1, 5), shortDate(kToday));
 }
@@ -243,61 +254,225 @@ TEST_F(ItemPromos, OnePromoFromTheEditorToTheTableAndBackIntoTheGrid)
     EXPECT_TRUE(boxes.shown()[0].text.startsWith(QStringLiteral("You have over-lapping date ranges on your Items.")));
 }
 
-TEST_F(ItemPromos, ChangeAndDeleteFindTheRowByItsStartEndAndAmount)
+// Two promos of the item start on one day: each is found by its end and amount, for a change
+// and for a delete, while the keyed walk still steps over the second of them.
+TEST_F(ItemPromos, EachOfTwoPromosWithOneStartDateCanBeChangedAndDeleted)
 {
     addPromo(kToday, kToday.addDays(3), kChangeBy, Money::fromWhole(1), 1);
     addPromo(kToday, kToday.addDays(9), kChangeBy, Money::fromWhole(2), 2);
-    auto form = openOnItem();
-    FlexGrid &g = grid(*form);
-    ASSERT_EQ(g.Rows(), 3);
-    EXPECT_EQ(g.TextMatrix(1, 5), shortDate(kToday.addDays(3)));
-
-    // The first row of the two at that date: the one "=" reaches.
-    g.selectWholeRow(1);
-    withEditor({1, QStringLiteral("1.5"), QString(), QString()}, [&] { QTest::keyClick(form.get(), Qt::Key_F8); });
-    EXPECT_EQ(editorTitle, QStringLiteral("Change Promo Price"));
-    EXPECT_EQ(editorAmount, QStringLiteral("1")) << "the row's amount in its option's box";
-    QList<PromoPriceRecord> rows = promos();
-    EXPECT_EQ(rows[0].PriceChange, Money::fromDouble(1.5));
-    EXPECT_EQ(rows[1].PriceChange, Money::fromWhole(2)) << "the other promo of that date is untouched";
-
-    // Head office: F5 leaves a tombstone of the row. The walk on key 2 steps over rows with
-    // an equal start date, so of the two only the one "=" reaches (the engine's choice) is found.
-    gCommon.MultiStore = QStringLiteral("H");
+    addPromo(kToday.addDays(20), kToday.addDays(25), kChangeBy, Money::fromWhole(3), 3);
+    gfiDB_Execute(QStringLiteral("UPDATE PromoPrices SET Poll=' ', ChangeDate='20250101 00:00:00'"));
     gPromo.SL = kSL, gPromo.StartDate = QDateTime(kToday, QTime(0, 0));
     ASSERT_TRUE(gfbDB_RecordOp(kPromoTable, kOpEqual, 2));
-    const qint32 reached = gPromo.UniqueID;
-    const QString reachedAmount = gfsPromo_amount_text(gPromo, false);
-    auto rowOf = [&](bool reachedRow) { return (g.TextMatrix(1, 7) == reachedAmount) == reachedRow ? 1 : 2; };
+    ASSERT_TRUE(gfbDB_RecordOp(kPromoTable, kOpGetNext, 2));
+    EXPECT_EQ(gPromo.UniqueID, 3) << "\"Get Next\" is strict on the whole key";
 
-    g.selectWholeRow(rowOf(false));
-    boxes.clear();
-    boxes.answer(MsgAnswer::Yes);
-    QTest::keyClick(form.get(), Qt::Key_F5);
-    EXPECT_EQ(boxes.texts().value(1), QStringLiteral("Unable to delete promo"));
-    for (const PromoPriceRecord &p : promos())
-        EXPECT_EQ(p.ChangeType, kChangeBy);
+    auto form = openOnItem();
+    FlexGrid &g = grid(*form);
+    ASSERT_EQ(g.Rows(), 4);
+    auto rowOf = [&](const QString &amount) {
+        for (int row = 1; row < g.Rows(); ++row)
+            if (g.TextMatrix(row, 7) == amount)
+                return row;
+        return 0;
+    };
+    // The boxes shown, less the overlap warnings of the refill (the two promos of one day overlap).
+    auto said = [&] {
+        QStringList texts;
+        for (const QString &text : boxes.texts())
+            if (!text.startsWith(QStringLiteral("You have over-lapping")))
+                texts << text;
+        return texts;
+    };
+    auto byId = [&](qint32 uid) {
+        for (const PromoPriceRecord &p : promos())
+            if (p.UniqueID == uid)
+                return p;
+        return PromoPriceRecord();
+    };
 
-    g.selectWholeRow(rowOf(true));
-    boxes.clear();
-    boxes.answer(MsgAnswer::Yes);
-    QTest::keyClick(form.get(), Qt::Key_F5);
-    EXPECT_EQ(boxes.texts().value(0), QStringLiteral("Are you sure you want to delete?\r\rReady To Delete"));
-    for (const PromoPriceRecord &p : promos()) {
-        EXPECT_EQ(p.ChangeType, p.UniqueID == reached ? kChangeDeleted : kChangeBy);
+    // A change keeps the row's UniqueID and sends it to the stores again, dated today.
+    for (const auto &[amount, changed, uid] : {std::tuple{"1.00", "1.5", 1}, std::tuple{"2.00", "2.5", 2}}) {
+        g.selectWholeRow(rowOf(QString::fromLatin1(amount)));
+        boxes.clear();
+        withEditor({1, QString::fromLatin1(changed), QString(), QString()}, [&] { QTest::keyClick(form.get(), Qt::Key_F8); });
+        EXPECT_EQ(editorTitle, QStringLiteral("Change Promo Price"));
+        EXPECT_TRUE(said().isEmpty()) << said().join(QLatin1Char('|')).toStdString();
+        const PromoPriceRecord p = byId(uid);
+        EXPECT_EQ(p.PriceChange, Money::fromDouble(QString::fromLatin1(changed).toDouble())) << uid;
         EXPECT_EQ(p.Poll, QStringLiteral("Y"));
+        EXPECT_EQ(p.ChangeDate, QDateTime(kToday, QTime(0, 0)));
+        EXPECT_EQ(p.StartDate.date(), kToday);
     }
-    EXPECT_TRUE(g.TextMatrix(1, 5) == QStringLiteral("DELETED") || g.TextMatrix(2, 5) == QStringLiteral("DELETED"));
+    EXPECT_EQ(promos().size(), 3);
+    EXPECT_EQ(byId(3).PriceChange, Money::fromWhole(3)) << "the later promo is untouched";
+    EXPECT_EQ(byId(3).Poll, QStringLiteral(" "));
+
+    // Head office: F5 leaves a tombstone of that very row, listed as "DELETED".
+    gCommon.MultiStore = QStringLiteral("H");
+    for (const auto &[amount, uid] : {std::pair{"2.50", 2}, std::pair{"1.50", 1}}) {
+        const int row = rowOf(QString::fromLatin1(amount));
+        ASSERT_GT(row, 0) << amount;
+        g.selectWholeRow(row);
+        boxes.clear();
+        boxes.answer(MsgAnswer::Yes);
+        QTest::keyClick(form.get(), Qt::Key_F5);
+        EXPECT_EQ(said(), strings({"Are you sure you want to delete?\r\rReady To Delete"}));
+        EXPECT_EQ(byId(uid).ChangeType, kChangeDeleted) << uid;
+    }
+    EXPECT_EQ(byId(3).ChangeType, kChangeBy);
+    int deleted = 0;
+    for (int row = 1; row < g.Rows(); ++row) {
+        if (g.TextMatrix(row, 5) != QStringLiteral("DELETED"))
+            continue;
+        ++deleted;
+        EXPECT_TRUE(g.TextMatrix(row, 6).isEmpty()) << "a tombstone has no type";
+        EXPECT_EQ(g.TextMatrix(row, 3), row == 1 ? QStringLiteral(".00") : g.TextMatrix(row - 1, 3));
+    }
+    EXPECT_EQ(deleted, 2);
+
+    // The row gone meanwhile: the user hears so, and nothing is marked.
+    const int later = rowOf(QStringLiteral("3.00"));
+    gfiDB_Execute(QStringLiteral("DELETE FROM PromoPrices WHERE UniqueID = 3"));
+    g.selectWholeRow(later);
+    boxes.clear();
+    boxes.answer(MsgAnswer::Yes);
+    QTest::keyClick(form.get(), Qt::Key_F5);
+    EXPECT_EQ(said().value(1), QStringLiteral("PromoPrice record not retrieved"));
+    for (const PromoPriceRecord &p : promos())
+        EXPECT_NE(p.UniqueID, 3);
+
+    // An update the server refuses, after another station changed the row.
+    addPromo(kToday.addDays(30), kToday.addDays(35), kChangeBy, Money::fromWhole(4), 4);
+    form = openOnItem();
+    FlexGrid &g2 = grid(*form);
+    for (int row = 1; row < g2.Rows(); ++row)
+        if (g2.TextMatrix(row, 7) == QStringLiteral("4.00"))
+            g2.selectWholeRow(row);
+    auto station2 = db.connect();
+    boxes.clear();
+    boxes.answer(MsgAnswer::Yes);
+    boxes.meanwhile([&] { station2->execute(QStringLiteral("UPDATE PromoPrices SET Poll = 'N' WHERE UniqueID = 4")); });
+    QTest::keyClick(form.get(), Qt::Key_F5);
+    ASSERT_EQ(said().size(), 2);
+    EXPECT_EQ(boxes.shown()[1].text, QStringLiteral("Unable to delete promo"));
+    EXPECT_EQ(boxes.shown()[1].title, QStringLiteral("Error"));
+    EXPECT_EQ(byId(4).ChangeType, kChangeBy);
 
     // One store: the statement removes every promo of the item that starts on that date.
     gCommon.MultiStore = QStringLiteral(" ");
-    addPromo(kToday.addDays(1), kToday.addDays(2), kChangeTo, Money::fromWhole(8), 3);
-    g.selectWholeRow(1);
+    addPromo(kToday, kToday.addDays(2), kChangeTo, Money::fromWhole(8), 5);
+    form = openOnItem();
+    FlexGrid &g3 = grid(*form);
+    for (int row = 1; row < g3.Rows(); ++row)
+        if (g3.TextMatrix(row, 7) == QStringLiteral("8.00"))
+            g3.selectWholeRow(row);
     boxes.answer(MsgAnswer::Yes);
     QTest::keyClick(form.get(), Qt::Key_F5);
-    rows = promos();
-    ASSERT_EQ(rows.size(), 1);
-    EXPECT_EQ(rows[0].UniqueID, 3);
+    QList<int> left;
+    for (const PromoPriceRecord &p : promos())
+        left << p.UniqueID;
+    EXPECT_EQ(left, QList<int>{4});
+}
+
+TEST_F(ItemPromos, AFailedAllItemsFillEndsWithItsOwnMessage)
+{
+    addPromo(kToday, kToday.addDays(3), kChangeBy, Money::fromWhole(1), 1);
+    auto form = openOnItem();
+    ASSERT_TRUE(dbConnection().execute(QStringLiteral("ALTER TABLE PromoPrices RENAME TO PromoGone")));
+    dbuaTable[kPromoTable].sSqlFile = QStringLiteral("PromoGone"); // counted, but the list's statement is refused
+    boxes.clear();
+    QTest::keyClick(form.get(), Qt::Key_F4);
+    EXPECT_EQ(boxes.texts(), strings({"Error occured while populating Grid"}));
+    EXPECT_TRUE(grid(*form).TextMatrix(1, 0).isEmpty());
+    EXPECT_FALSE(cmd(*form, QStringLiteral("cmdEdit(1)"))->isEnabled());
+    dbConnection().execute(QStringLiteral("ALTER TABLE PromoGone RENAME TO PromoPrices"));
+}
+
+// Only neighbours in the list are compared, and each overlapping pair has its own box.
+TEST_F(ItemPromos, TheOverlapWarningComesOnceForEachOverlappingPair)
+{
+    addPromo(kToday, kToday.addDays(10), kChangeBy, Money::fromWhole(1), 1);
+    addPromo(kToday.addDays(5), kToday.addDays(12), kChangeBy, Money::fromWhole(1), 2);
+    addPromo(kToday.addDays(12), kToday.addDays(20), kChangeBy, Money::fromWhole(1), 3); // starts on the day before ends
+    addPromo(kToday.addDays(30), kToday.addDays(40), kChangeBy, Money::fromWhole(1), 4);
+    auto form = openOnItem();
+    EXPECT_TRUE(boxes.shown().isEmpty()) << "the first fill is quiet";
+    ASSERT_EQ(grid(*form).Rows(), 5);
+    child<QCheckBox>(*form, QStringLiteral("chkExpired"))->click();
+    ASSERT_EQ(boxes.shown().size(), 2);
+    for (const MessageBoxSpec &box : boxes.shown()) {
+        EXPECT_EQ(box.text, QStringLiteral("You have over-lapping date ranges on your Items.\r\n'Best Deal' price will be applied on Selling"));
+        EXPECT_EQ(box.title, QStringLiteral("Promo Prices"));
+        EXPECT_EQ(box.icon, MsgIcon::Information);
+    }
+}
+
+TEST_F(ItemPromos, ChangingAGroupMemberAsksFirstAndTakesItOutOfTheGroup)
+{
+    addPromo(kToday, kToday.addDays(3), kChangeBy, Money::fromWhole(1), 1);
+    gfiDB_Execute(QStringLiteral("UPDATE PromoPrices SET GroupID = 12"));
+    auto form = openOnItem();
+    grid(*form).selectWholeRow(1);
+    const QString question =
+        QStringLiteral(" is a member of Group 12\r\nChanging this item will remove it from the group.\r\nChange Item?");
+
+    boxes.answer(MsgAnswer::No);
+    withEditor({1, QStringLiteral("2"), QString(), QString()}, [&] { QTest::keyClick(form.get(), Qt::Key_F8); });
+    ASSERT_EQ(boxes.shown().size(), 1);
+    EXPECT_EQ(boxes.shown()[0].text, question);
+    EXPECT_EQ(boxes.shown()[0].title, QStringLiteral("Group Item Selected"));
+    EXPECT_TRUE(editorTitle.isEmpty()) << "No ends the change";
+    EXPECT_EQ(promos()[0].GroupID, 12);
+
+    boxes.clear();
+    boxes.answer(MsgAnswer::Yes);
+    withEditor({1, QStringLiteral("2"), QString(), QString()}, [&] { QTest::keyClick(form.get(), Qt::Key_F8); });
+    EXPECT_EQ(editorTitle, QStringLiteral("Change Promo Price"));
+    EXPECT_EQ(promos()[0].GroupID, 0);
+    EXPECT_EQ(promos()[0].PriceChange, Money::fromWhole(2));
+}
+
+TEST_F(ItemPromos, PricesShowWithTaxWhenTheCountrySaysSo)
+{
+    ASSERT_GT(gfiDB_Execute(QStringLiteral("UPDATE invt1 SET TaxCode='A' WHERE SL='10000007'")), 0);
+    gCommon.TaxRate1 = 6.5f;
+    gsTaxChangeDate.clear();
+    gbIncludeTax = true;
+    addPromo(kToday, kToday.addDays(3), kChangeBy, Money::fromWhole(1), 1);
+    auto form = openOnItem();
+    EXPECT_EQ(grid(*form).TextMatrix(1, 2), QStringLiteral("10.65"));
+    EXPECT_EQ(grid(*form).TextMatrix(1, 3), QStringLiteral("9.65"));
+    QString listPrice;
+    ScopedModalScript script([&](QDialog &editor) {
+        listPrice = child<QLabel>(editor, QStringLiteral("lblItem(1)"))->text().trimmed();
+        QTest::keyClick(&editor, Qt::Key_Escape);
+    });
+    QTest::keyClick(form.get(), Qt::Key_F2);
+    EXPECT_EQ(listPrice, QStringLiteral("10.65"));
+}
+
+TEST_F(ItemPromos, AnItemThatTakesNoDiscountIsNotListed)
+{
+    ASSERT_GT(gfiDB_Execute(QStringLiteral("UPDATE invt1 SET AllowDiscounts='N' WHERE SL='10000009'")), 0);
+    addPromo(kToday, kToday.addDays(3), kChangeBy, Money::fromWhole(1), 1, QStringLiteral("Y"), QStringLiteral("10000009"), 20);
+    ASSERT_EQ(gfiInventory_BySL(QStringLiteral("10000009"), true), -1);
+    const QString description = gInventory.Description.trimmed();
+    gbItemMode = false;
+    frmMain form;
+    form.show();
+    {
+        ScopedModalScript lookup([&](QDialog &window) {
+            auto *search = child<QLineEdit>(window, QStringLiteral("txtEditValue"));
+            QTest::keyClicks(search, description);
+            QTest::keyClick(search, Qt::Key_Return);
+        });
+        QTest::keyClick(&form, Qt::Key_F3);
+    }
+    EXPECT_EQ(boxes.texts(), strings({"Discounts not allowed on this item"}));
+    EXPECT_TRUE(label(form, QStringLiteral("lblEditData(2)")).isEmpty());
+    EXPECT_TRUE(grid(form).TextMatrix(1, 4).isEmpty()) << "no list";
+    EXPECT_FALSE(cmd(form, QStringLiteral("cmdEdit(0)"))->isEnabled()) << "no add";
 }
 
 TEST_F(ItemPromos, EditorChecksThePriceAgainstTheRegularPriceAndCost)

@@ -193,6 +193,39 @@ TEST_F(LookupWindow, EscapeAndAnEmptyListChooseNothing)
                 }).isEmpty());
 }
 
+// A sort the vendor's list can't take is refused: the header keeps its mark and the list
+// is not read again. The grid holds one row past the window.
+TEST_F(LookupWindow, ARefusedSortLeavesTheHeaderAndTheList)
+{
+    sVendorFilter = QStringLiteral("ACME");
+    iVendorMode = 0;
+    frm_Lookup form;
+    ScopedModalScript script([&](QDialog &shown) {
+        FlexGrid &g = *grid(shown);
+        EXPECT_EQ(g.Rows(), iGridRows + 1);
+        auto headerColours = [&] {
+            QList<quint32> colours;
+            const int row = g.Row(), col = g.Col();
+            g.setRow(0);
+            for (int c = 0; c < g.Cols(); ++c) {
+                g.setCol(c);
+                colours << g.CellForeColor();
+            }
+            g.setRow(row), g.setCol(col);
+            return colours;
+        };
+        const QList<quint32> before = headerColours();
+        ASSERT_NE(before.value(0), before.value(1)) << "the description column is marked";
+        const quint64 sent = statements();
+        QTest::keyClick(edit(shown, "txtEditValue"), Qt::Key_F5);
+        EXPECT_EQ(boxes.texts(), strings({"Sort vendors by sub-description is not available"}));
+        EXPECT_EQ(headerColours(), before);
+        EXPECT_EQ(statements(), sent) << "the list is not read again";
+        QTest::keyClick(&shown, Qt::Key_Escape);
+    });
+    gfiForm_show_modal(form);
+}
+
 TEST_F(LookupWindow, TheListBuildingLookupReturnsTheItemsGivenQuantities)
 {
     gpLookupState_reset(true, 1);

@@ -15,6 +15,7 @@
 #include "shell/ProcessReset.h"
 #include "shell/Startup.h"
 #include "store/Database.h"
+#include "store/RecordOps.h"
 #include "support/ScriptedMessages.h"
 #include "support/TestDatabase.h"
 
@@ -135,12 +136,18 @@ TEST_F(ReadableWindows, ItemPromosShowEveryCellWholeInBothFacesAndTheColumnsFill
     EXPECT_TRUE(QTest::qWaitFor(filled, 2000)) << "after a resize";
 }
 
-TEST_F(ReadableWindows, LookupShowsEverySLAndUpcWhole)
+// Every column, with the widest vendors of the demo set and prices up to a million.
+TEST_F(ReadableWindows, LookupShowsEveryCellWhole)
 {
+    ASSERT_GT(gfiDB_Execute(QStringLiteral("UPDATE invt1 SET Price=999999.99, PriceIncTax=999999.99, Cost=999999.99, QtyOnHand=-4999")), 0);
+    gfiDB_Execute(QStringLiteral("UPDATE invt1 SET VendorCode='O''NEILL&SONS' WHERE RecordNum % 2 = 0"));
+    gfiDB_Execute(QStringLiteral("UPDATE invt1 SET VendorCode='PRAIRIEFOODS' WHERE RecordNum % 2 = 1"));
     frm_Lookup form;
     form.show();
     ASSERT_FALSE(grid(form).TextMatrix(1, 0).trimmed().isEmpty());
-    EXPECT_EQ(cutCells(grid(form), {QStringLiteral("S/L"), QStringLiteral("UPC")}), QStringList());
+    EXPECT_EQ(cutCells(grid(form)), QStringList());
+    const QTableView *view = grid(form).view();
+    EXPECT_LE(view->horizontalHeader()->length(), view->viewport()->width()) << "the window opens on every column";
 }
 
 TEST_F(ReadableWindows, TagListShowsEveryLineWhole)
@@ -170,4 +177,65 @@ TEST_F(ReadableWindows, EnterOnAFocusedCommandButtonPressesIt)
     QTest::keyClick(box, Qt::Key_Return);
     EXPECT_EQ(presses, 2) << "Enter in a box is not a press of a button";
     EXPECT_TRUE(form.isVisible());
+}
+
+namespace {
+
+// The name of the control that has the focus (a grid's cells count as the grid).
+QString focusName(QWidget &form)
+{
+    for (QWidget *w = form.focusWidget(); w; w = w->parentWidget())
+        if (!w->objectName().isEmpty())
+            return w->objectName();
+    return QString();
+}
+
+// The controls Tab visits from the one that has the focus, until it comes round again.
+QStringList tabWalk(QWidget &form)
+{
+    QStringList seen{focusName(form)};
+    for (int i = 0; i < 40; ++i) {
+        QTest::keyClick(form.focusWidget(), Qt::Key_Tab);
+        const QString name = focusName(form);
+        if (name == seen.first())
+            break;
+        seen << name;
+    }
+    return seen;
+}
+
+} // namespace
+
+TEST_F(ReadableWindows, TabWalksEachWindowInTheOrderOfItsLayout)
+{
+    gbItemMode = true;
+    gsSL = busiestItem();
+    frmMain form;
+    form.show();
+    form.activateWindow();
+    grid(form).setFocus();
+    EXPECT_EQ(tabWalk(form), strings({"fgrdItems", "chkExpired", "cmdItem", "CmdViewAll", "cmdEdit(0)", "cmdEdit(1)", "cmdEdit(2)",
+                                      "cmdPurge(0)", "cmdPurge(1)", "cmdPrint", "txtSearch", "cmdQuit"}))
+        << "the grid and its box, then the commands down the side";
+
+    QStringList editor;
+    {
+        ScopedModalScript script([&](QDialog &dialog) {
+            dialog.findChild<QWidget *>(QStringLiteral("Option1(0)"))->setFocus();
+            editor = tabWalk(dialog);
+        });
+        QTest::keyClick(&form, Qt::Key_F2);
+    }
+    EXPECT_EQ(editor, strings({"Option1(0)", "Option1(1)", "Option1(2)", "txtEdit(3)", "txtEdit(1)", "txtEdit(2)", "cmdHelp",
+                               "cmdCalendar", "cmdAcceptCancel(0)", "cmdAcceptCancel(1)"}))
+        << "the kind of change and its amount, then the dates, then the commands left to right";
+
+    frm_Lookup lookup;
+    lookup.show();
+    lookup.activateWindow();
+    lookup.findChild<QWidget *>(QStringLiteral("txtEditValue"))->setFocus();
+    const QStringList walk = tabWalk(lookup);
+    ASSERT_GE(walk.size(), 4);
+    EXPECT_EQ(walk.mid(0, 4), strings({"txtEditValue", "ckWildcard", "cmdEdit", "fgrdItems"})) << walk.join(QLatin1Char(' ')).toStdString();
+    EXPECT_EQ(walk.last(), QStringLiteral("cmdExit"));
 }

@@ -57,9 +57,13 @@ TEST_F(Paging, AnEmptyTableShowsBlankRowsAndAPageDownDoesNothing)
     move(kPageDown);
     EXPECT_EQ(statements(), before);
     EXPECT_TRUE(boxes.shown().isEmpty());
+    // Typed text on the empty table: "Get First" finds nothing and the rows just go blank.
+    bAtBottom = false;
     sSearchText = QStringLiteral("A");
     EXPECT_FALSE(gfvDataGrid_Find(view, false));
-    EXPECT_EQ(boxes.texts(), strings({"Error No Data found in File"}));
+    EXPECT_TRUE(boxes.shown().isEmpty()) << boxes.texts().join(QLatin1Char('|')).toStdString();
+    EXPECT_TRUE(bAtBottom);
+    EXPECT_EQ(descriptions(), QStringList(kRows));
 }
 
 TEST_F(Paging, FewerRecordsThanRowsLeaveTheRestBlankAndDownStopsAtTheLast)
@@ -292,6 +296,72 @@ TEST_F(Paging, UpcModeListsTheItemsInCodeOrderAndSkipsCodesForNoItem)
     EXPECT_EQ(gfsColumn_shown(upcCol), strings({"0200", "0300", "", "", ""}));
 }
 
+// The search fills its window in code order by its own statement, one code after the other.
+TEST_F(Paging, UpcModeSearchFillsByItsOwnStatement)
+{
+    addNumbered(3);
+    addUpc(1, "0100");
+    addUpc(2, "D0150");
+    addUpc(3, "0200");
+    gfbGridSetUp_Inventory();
+    gpDataGrid_SetSortInventory(gfiDataGrid_ColumnOf(1, 6));
+    QStringList sent;
+    dbConnection().setStatementObserver([&](const QString &sql) { sent << sql; });
+    ASSERT_TRUE(gfvDataGrid_Find(view, false));
+    dbConnection().setStatementObserver(nullptr);
+    EXPECT_EQ(shownNumbers(), QList<int>({1, 3, 0, 0, 0}));
+    EXPECT_TRUE(sent.contains(QStringLiteral("SELECT TOP 1 * FROM UPC WHERE upc > '0100' order by UPC")))
+        << sent.join(QLatin1Char('\n')).toStdString();
+    EXPECT_TRUE(sent.contains(QStringLiteral("SELECT TOP 1 * FROM UPC WHERE upc > 'D0150' order by UPC")))
+        << "a code for no item is stepped over by the same statement";
+}
+
+// The column shows the item's first code, in code order, that is neither "D" nor "I" and
+// carries the item's record number.
+TEST_F(Paging, TheUpcColumnShowsTheFirstCodeThatStandsForTheItem)
+{
+    addNumbered(3);
+    addUpc(1, "D0001");
+    addUpc(1, "0500");
+    addUpc(2, "0100");
+    gUpc.UPC = QStringLiteral("0050").leftJustified(15), gUpc.InvUID = 99; // another record's code under item 2's SL
+    ASSERT_TRUE(gfbDB_RecordOp(kUpcTable, kOpInsert));
+    addUpc(3, "I0003");
+    ASSERT_TRUE(open());
+    EXPECT_EQ(gfsColumn_shown(gfiDataGrid_ColumnOf(1, 6)), strings({"0500", "0100", "", "", ""}));
+}
+
+// The engine fetches the edge row's own record before it walks, so no rows lie between. The
+// sort's key comes before the Item ID: both reach that record while the Item ID is the row's
+// alone, and only the sort's key does when two items share it left-trimmed.
+TEST_F(Paging, RepositioningReachesTheEdgeRowsOwnRecord)
+{
+    constexpr int total = 17;
+    for (int n = 1; n <= total; ++n) {
+        InventoryRecord r = item(n, QStringLiteral("Item %1").arg(n, 3, 10, QLatin1Char('0')));
+        if (n == 9)
+            r.ItemID = QStringLiteral(" ID003").leftJustified(25); // item 3's, as compared left-trimmed
+        add(r);
+    }
+    ASSERT_TRUE(open());
+    for (const int col : {gfiDataGrid_ColumnOf(0, 4), gfiDataGrid_ColumnOf(2)}) {
+        ASSERT_TRUE(gpDataGrid_SetSortInventory(col));
+        gpDataGrid_Size();
+        ASSERT_TRUE(gfbDataGrid_Reload(view));
+        gpDataGrid_SetRow(kRows, view);
+        move(kPageDown);
+        for (int i = 0; i < 3; ++i)
+            move(kLineDown);
+        ASSERT_EQ(shownNumbers(), range(9, kRows, total)) << "sort column " << col;
+        gpDataGrid_SetRow(1, view);
+        move(kLineUp); // the cursor stands at the bottom: it goes back to item 9 first
+        EXPECT_EQ(shownNumbers(), range(8, kRows, total)) << "sort column " << col;
+        gpDataGrid_SetRow(kRows, view);
+        move(kPageDown);
+        EXPECT_EQ(shownNumbers(), range(13, kRows, total)) << "sort column " << col;
+    }
+}
+
 TEST_F(Paging, AFreeLookupReopensOnTheItemLastChosen)
 {
     addNumbered(20);
@@ -342,6 +412,48 @@ TEST_F(Paging, TheScanSearchFindsByPartOfTheTextAndCanBeStopped)
     gpDataGrid_SetSortInventory(gfiDataGrid_ColumnOf(10, 1));
     EXPECT_FALSE(gfvDataGrid_Find(view, false));
     EXPECT_EQ(boxes.texts(), strings({"Wildcard search not available on QtyOnHand"}));
+}
+
+// Notes found by the description scan name their item by "&" and its SL; an item that only
+// its note matched is read in by its record number after the others.
+TEST_F(Paging, TheDescriptionScanTakesItemsWhoseNoteMatches)
+{
+    add(item(1, QStringLiteral("Salted butter")));
+    InventoryRecord plain = item(2, QStringLiteral("Butter"));
+    plain.RecordNum = 702; // a record number unlike its SL
+    add(plain);
+    add(item(3, QStringLiteral("Cheese")));
+    ASSERT_TRUE(gfbNotes_Save(QStringLiteral("I"), QStringLiteral("&10000001"), QStringLiteral("salted, from the farm")));
+    ASSERT_TRUE(gfbNotes_Save(QStringLiteral("I"), QStringLiteral("&10000002"), QStringLiteral("unsalted butter")));
+    gLookupSettings.bLongDescriptions = true;
+    ASSERT_TRUE(open());
+    bWildcard = true;
+    sSearchText = QStringLiteral("salted");
+    ASSERT_TRUE(gfvDataGrid_Find(view, false));
+    EXPECT_EQ(descriptions(), strings({"salted, from the farm", "unsalted butter", "", "", ""}));
+    ASSERT_EQ(gaWildHits.size(), 2);
+    EXPECT_EQ(gaWildHits[1].sSL, QStringLiteral("&1000000"));
+    EXPECT_EQ(gaWildHits[1].lRecordNum, 702);
+    EXPECT_TRUE(gaWildHits[0].bUsed);
+    EXPECT_FALSE(gaWildHits[1].bUsed);
+}
+
+// During a scan the last line stays free: Down scrolls from the line before it.
+TEST_F(Paging, DuringAScanDownScrollsFromTheLineBeforeTheLast)
+{
+    for (int n = 1; n <= 8; ++n)
+        add(item(n, QStringLiteral("Crab apple %1").arg(n)));
+    ASSERT_TRUE(open());
+    bWildcard = true;
+    sSearchText = QStringLiteral("apple");
+    ASSERT_TRUE(gfvDataGrid_Find(view, false));
+    gpDataGrid_SetRow(kRows - 2, view);
+    move(kLineDown);
+    EXPECT_EQ(view.current, kRows - 1);
+    move(kLineDown);
+    EXPECT_EQ(view.current, kRows - 1);
+    EXPECT_EQ(descriptions().first(), QStringLiteral("Crab apple 2"));
+    EXPECT_TRUE(boxes.shown().isEmpty()) << boxes.texts().join(QLatin1Char('|')).toStdString();
 }
 
 TEST_F(Paging, QuantitiesTypedInTheEntryColumnComeBackAfterScrolling)

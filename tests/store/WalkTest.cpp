@@ -112,6 +112,21 @@ TEST_F(Walk, KeyedReadsUpdateAndDeleteTheRowTheyFound)
     EXPECT_TRUE(gfbDB_RecordOp(kWalkTable, 77));
 }
 
+TEST_F(Walk, BlankingAColumnThatHoldsNullWritesTheEmptyText)
+{
+    ASSERT_TRUE(dbConnection().execute(
+        QStringLiteral("INSERT INTO Walk VALUES('a',NULL,NULL,' ',' ',' ',1)")));
+    seek({"a"});
+    ASSERT_TRUE(gfbDB_RecordOp(kWalkTable, kOpEqual, 1));
+    gWalk.seg[2] = QStringLiteral("x   "); // a value over NULL is written as well
+    ASSERT_TRUE(gfbDB_RecordOp(kWalkTable, kOpUpdate, 1));
+    EXPECT_FALSE(gfbDB_ExecuteSQL(QStringLiteral("SELECT S1 FROM Walk WHERE S2 IS NULL OR S3 IS NULL"), kWalkTable, false))
+        << "a blank written over NULL leaves no NULL behind";
+    seek({"a"});
+    ASSERT_TRUE(gfbDB_RecordOp(kWalkTable, kOpEqual, 1));
+    EXPECT_EQ(gWalk.seg[2], QStringLiteral("x   "));
+}
+
 TEST_F(Walk, AnotherStationsChangeMakesUpdateAndDeleteFailWithoutWriting)
 {
     insert({"a"}, 1);

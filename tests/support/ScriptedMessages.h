@@ -2,6 +2,7 @@
 #include "platform/Messages.h"
 
 #include <QList>
+#include <functional>
 
 namespace qln::test {
 
@@ -13,6 +14,8 @@ public:
     ~ScriptedMessages() override { installMessages(nullptr); }
 
     void answer(MsgAnswer next) { m_answers << next; }
+    // Runs `action` while the next box is up, as another station would act meanwhile.
+    void meanwhile(std::function<void()> action) { m_meanwhile = std::move(action); }
     MsgAnswer show(const MessageBoxSpec &box) override;
 
     const QList<MessageBoxSpec> &shown() const { return m_shown; }
@@ -21,6 +24,7 @@ public:
 
 private:
     QList<MsgAnswer> m_answers;
+    std::function<void()> m_meanwhile;
     QList<MessageBoxSpec> m_shown;
 };
 
