@@ -23,6 +23,8 @@
 #include <QTimer>
 #include <QVBoxLayout>
 
+#include <vector>
+
 namespace qln {
 
 namespace {
@@ -35,6 +37,15 @@ constexpr PromoGridColumn kDailyColumns[] = {{"Starting", 1000, kAlignCenter},
                                              {"Type Change", 900, kAlignCenter},
                                              {"Amount", 1100, kAlignCenter},
                                              {"", 0, kAlignKeep}};
+
+// The columns keep the proportions of their design widths at any size of the window.
+void mpColumns_scale(FlexGrid &grid)
+{
+    std::vector<int> design;
+    for (const PromoGridColumn &c : kDailyColumns)
+        design.push_back(c.twips);
+    gpGrid_ScaleColumns(grid, design);
+}
 
 int &miLoaded()
 {
@@ -134,7 +145,7 @@ void FrmDailyPromo::showEvent(QShowEvent *event)
 void FrmDailyPromo::resizeEvent(QResizeEvent *event)
 {
     QDialog::resizeEvent(event);
-    gpGrid_FitColumns(*fgrdItems);
+    mpColumns_scale(*fgrdItems);
 }
 
 // With no daily promo listed the window goes straight to adding one.
@@ -157,14 +168,12 @@ void FrmDailyPromo::mpGrid_layout()
     grid.setRows(2);
     grid.setCols(kColumns);
     gpPromoGrid_columns_set(grid, kDailyColumns);
-    gpGrid_FitColumns(grid);
+    mpColumns_scale(grid);
 }
 
 void FrmDailyPromo::mpDaily_list_fill()
 {
     mpGrid_layout();
-    gPromo.GroupID = -1;
-    gPromo.EndDate = QDateTime(QDate(2009, 1, 1), QTime(0, 0));
     QList<PromoPriceRecord> rows;
     if (!gfbDailyPromos_read(rows))
         return;

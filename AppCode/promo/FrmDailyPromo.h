@@ -1,4 +1,5 @@
 #pragma once
+#include <QDate>
 #include <QDialog>
 
 class QGroupBox;

@@ -109,13 +109,11 @@ protected:
 
     // Opens the window and lets it come to its first activation; `first` plays the editor
     // should the window open it by itself.
-    std::unique_ptr<FrmDailyPromo> open(const ModalScript &first = [](QDialog &editor) {
-        QTest::keyClick(&editor, Qt::Key_Escape);
-    })
+    std::unique_ptr<FrmDailyPromo> open(const ModalScript &first = [](QDialog &e) { QTest::keyClick(&e, Qt::Key_Escape); })
     {
-        ScopedModalScript script([&](QDialog &editor) {
+        ScopedModalScript script([&](QDialog &e) {
             ++editorsOpened;
-            first(editor);
+            first(e);
         });
         auto form = std::make_unique<FrmDailyPromo>();
         form->show();
@@ -214,7 +212,7 @@ TEST_F(DailyPromos, ARoadOfTwoDailyPromosAddedChangedAndDeletedInAStore)
     select(*form, 2);
     boxes.answer(MsgAnswer::Yes);
     cmd(*form, QStringLiteral("cmdEdit(2)"))->click();
-    EXPECT_EQ(boxes.texts(), strings({"Are you sure you want to delete?"}));
+    EXPECT_EQ(boxes.texts(), strings({"Are you sure you want to delete?\r\rReady To Delete"}));
     rows = promos();
     ASSERT_EQ(rows.size(), 2);
     EXPECT_EQ(rows[1].GroupID, -2);
@@ -389,10 +387,10 @@ TEST_F(DailyPromos, EveryCaptionAndCellReadsWhole)
     if (!shots.isEmpty())
         form->grab().save(QDir(shots).filePath(QStringLiteral("daily-promos.png")));
     select(*form, 1);
-    press(*form, QStringLiteral("cmdEdit(1)"), [&](QDialog &editor) {
-        EXPECT_EQ(whole(editor), QStringList());
+    press(*form, QStringLiteral("cmdEdit(1)"), [&](QDialog &e) {
+        EXPECT_EQ(whole(e), QStringList());
         if (!shots.isEmpty())
-            editor.grab().save(QDir(shots).filePath(QStringLiteral("daily-promo-editor.png")));
-        QTest::keyClick(&editor, Qt::Key_Escape);
+            e.grab().save(QDir(shots).filePath(QStringLiteral("daily-promo-editor.png")));
+        QTest::keyClick(&e, Qt::Key_Escape);
     });
 }
