@@ -23,6 +23,11 @@ namespace qln {
 
 namespace {
 constexpr int kStartBox = 1, kEndBox = 2, kFirstAmountBox = 3;
+
+void mpFault_tell(const PromoEditorFault &fault)
+{
+    gfiMsgBox(fault.headline + QStringLiteral("\r\r") + fault.detail, MsgButtons::OK, MsgIcon::Exclamation, kProgramName);
+}
 } // namespace
 
 FrmEdit_GroupPromo::FrmEdit_GroupPromo(const QString &sGroupName, QWidget *parent) : QDialog(parent)
@@ -138,8 +143,7 @@ void FrmEdit_GroupPromo::cmdAccept_Click()
     // nothing is taken.
     for (int box : {kStartBox, kEndBox}) {
         if (const auto fault = gfPromoEditor_date_fault(txtEdit[box]->text(), mlblDate[box - kStartBox]->text())) {
-            gfiMsgBox(fault->headline + QStringLiteral("\r\r") + fault->detail, MsgButtons::OK, MsgIcon::Exclamation,
-                      kProgramName);
+            mpFault_tell(*fault);
             txtEdit[box]->setFocus();
             return;
         }
@@ -158,8 +162,7 @@ void FrmEdit_GroupPromo::cmdAccept_Click()
             return;
         }
         if (const auto fault = FrmDailyPromo::mbDailyMode() ? gfPromoEditor_daily_percent_fault(*typed) : std::nullopt) {
-            gfiMsgBox(fault->headline + QStringLiteral("\r\r") + fault->detail, MsgButtons::OK, MsgIcon::Exclamation,
-                      kProgramName);
+            mpFault_tell(*fault);
             txtEdit[kFirstAmountBox + option]->setFocus();
             return;
         }
