@@ -1,7 +1,6 @@
 #include "promo/DailyPromos.h"
 
 #include "common/DateForms.h"
-#include "store/Common.h"
 #include "store/StoreFixture.h"
 
 #include <QRandomGenerator>
@@ -58,18 +57,8 @@ protected:
 
 } // namespace
 
-TEST(DailyStatements, CellsAndTheStoreDeleteStandToTheCharacter)
+TEST(DailyStatements, TheStoreDeleteStandsToTheCharacter)
 {
-    gCommon.USEurope = QStringLiteral("N");
-    PromoPriceRecord p;
-    p.StartDate = QDateTime(QDate(2025, 5, 4), QTime(0, 0));
-    p.EndDate = QDateTime(QDate(2025, 5, 10), QTime(0, 0));
-    p.PriceChange = *Money::parse(QStringLiteral("12.5"));
-    p.ChangeType = kChangeByPercent;
-    p.GroupID = -3;
-    EXPECT_EQ(gfDailyPromo_cells(p), strings({"05/04/2025", "05/10/2025", "By Percent", "12.5%", "-3"}));
-    p.ChangeType = kChangeDeleted;
-    EXPECT_EQ(gfDailyPromo_cells(p)[2], QString()) << "a tombstone names no kind of change";
     EXPECT_EQ(gfsDailyPromo_delete_sql(QDate(2025, 5, 4), -3),
               QStringLiteral("DELETE FROM PromoPrices WHERE enddate = '5/4/2025' AND groupid =-3"));
 }
@@ -85,15 +74,6 @@ TEST_F(DailyTable, NumbersGoBelowTheLowestUntilTheColumnHasNoRoomLeft)
     EXPECT_EQ(gfiDailyPromo_GroupID_next(), -6) << "below the lowest, gaps and expired rows alike";
     insert(kDailyGroupID_lowest, kDay);
     EXPECT_EQ(gfiDailyPromo_GroupID_next(), std::nullopt);
-}
-
-TEST_F(DailyTable, ListedAtLoadOnlyWhenTheFirstRowIsALiveDailyPromo)
-{
-    EXPECT_FALSE(gfbDailyPromos_listed_at_load(kDay));
-    insert(-1, kDay);
-    EXPECT_TRUE(gfbDailyPromos_listed_at_load(kDay)) << "ending today is live";
-    insert(-2, kDay.addDays(-1));
-    EXPECT_FALSE(gfbDailyPromos_listed_at_load(kDay)) << "an expired row sorting first hides the others";
 }
 
 // One read stands for the walk of "Get Next" on the key: the rows and their order must be
