@@ -249,7 +249,8 @@ void FrmDailyPromo::mpPromo_change()
     gpPromo_clear();
     gPromo.EndDate = QDateTime(end, QTime(0, 0));
     gPromo.GroupID = groupId;
-    if (gfbDB_RecordOp(kPromoTable, kOpEqual, kPromoByGroupEnd))
+    const bool found = gfbDB_RecordOp(kPromoTable, kOpEqual, kPromoByGroupEnd);
+    if (found)
         gGroupPromo = gPromo;
     gGroupPromo.EndDate = QDateTime(end, QTime(0, 0));
     gGroupPromo.StartDate = QDateTime(gfdDate_parse(grid.TextMatrix(row, cStart)).value_or(end), QTime(0, 0));
@@ -260,7 +261,8 @@ void FrmDailyPromo::mpPromo_change()
         return;
     gGroupPromo.ChangeDate = mfdToday();
     gPromo = gGroupPromo;
-    if (!gfbDB_RecordOp(kPromoTable, kOpUpdate, kPromoByGroupEnd)) {
+    // A row gone meanwhile leaves nothing to update: the record set still holds some other row.
+    if (!found || !gfbDB_RecordOp(kPromoTable, kOpUpdate, kPromoByGroupEnd)) {
         gfiMsgBox(QStringLiteral("Promo not updated"), MsgButtons::OK, MsgIcon::None, kProgramName);
         return;
     }

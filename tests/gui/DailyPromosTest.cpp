@@ -218,6 +218,14 @@ TEST_F(DailyPromos, ARoadOfTwoDailyPromosAddedChangedAndDeletedInAStore)
     EXPECT_EQ(rows[1].GroupID, -2);
     EXPECT_EQ(grid(*form).Rows(), 3);
 
+    // The deleted row is still shown; a change of it finds no row and writes none.
+    boxes.clear();
+    select(*form, 2);
+    press(*form, QStringLiteral("cmdEdit(1)"), editor(QStringLiteral("20")));
+    EXPECT_EQ(boxes.texts(), strings({"Promo not updated"}));
+    ASSERT_EQ(promos().size(), 2);
+    EXPECT_EQ(promos()[1].PriceChange, Money::fromWhole(5)) << "no other row took the change";
+
     press(*form, QStringLiteral("cmdEdit(0)"), editor(QStringLiteral("7.5")));
     EXPECT_EQ(promos().last().GroupID, -3) << "one below the lowest, whatever was deleted";
     EXPECT_EQ(gridRow(*form, 1)[3], QStringLiteral("7.5%"));
