@@ -1,5 +1,6 @@
 #include "platform/SqlDialect.h"
 
+#include <QDate>
 #include <QRegularExpression>
 
 namespace qln {
@@ -93,6 +94,21 @@ namespace {
 const QRegularExpression::PatternOption CI = QRegularExpression::CaseInsensitiveOption;
 
 QString ident(const QString &s) { return s.trimmed(); }
+
+// 'M/D/YYYY' compared with a date column (a name ending in "date") is a date to the suite's
+// server, read month first; both engines want ISO.
+void slashDates(MaskedSql &sql)
+{
+    static const QRegularExpression compared(QStringLiteral("date\\s*(?:=|<>|<=|>=|<|>)\\s*\\x01(\\d+)\\x01"), CI);
+    static const QRegularExpression slash(QStringLiteral("^'(\\d{1,2})/(\\d{1,2})/(\\d{4})'$"));
+    for (auto it = compared.globalMatch(sql.text); it.hasNext();) {
+        QString &lit = sql.literals[it.next().captured(1).toInt()];
+        const auto m = slash.match(lit);
+        const QDate date = m.hasMatch() ? QDate(m.captured(3).toInt(), m.captured(1).toInt(), m.captured(2).toInt()) : QDate();
+        if (date.isValid())
+            lit = QLatin1Char('\'') + date.toString(QStringLiteral("yyyy-MM-dd")) + QStringLiteral(" 00:00:00'");
+    }
+}
 
 } // namespace
 
@@ -417,6 +433,7 @@ QString SqlDialect::rewrite(const QString &tsql) const
                                                 QRegularExpression::CaseInsensitiveOption);
     MaskedSql sql(QString(tsql).replace(timeDefault, QStringLiteral("\\1'1900-01-01'")));
     sql.isoDates();
+    slashDates(sql);
     QString t = sql.text.trimmed();
     while (t.endsWith(QLatin1Char(';')))
         t.chop(1);

@@ -6,6 +6,7 @@
 #include "common/FormLook.h"
 #include "common/ProcessState.h"
 #include "platform/Messages.h"
+#include "promo/FrmDailyPromo.h"
 #include "promo/PromoEditor.h"
 #include "promo/PromoGroups.h"
 #include "promo/PromoList.h"
@@ -22,6 +23,11 @@ namespace qln {
 
 namespace {
 constexpr int kStartBox = 1, kEndBox = 2, kFirstAmountBox = 3;
+
+void mpFault_tell(const PromoEditorFault &fault)
+{
+    gfiMsgBox(fault.headline + QStringLiteral("\r\r") + fault.detail, MsgButtons::OK, MsgIcon::Exclamation, kProgramName);
+}
 } // namespace
 
 FrmEdit_GroupPromo::FrmEdit_GroupPromo(const QString &sGroupName, QWidget *parent) : QDialog(parent)
@@ -74,7 +80,10 @@ void FrmEdit_GroupPromo::showEvent(QShowEvent *event)
     QDialog::showEvent(event);
     if (!mbLoaded) {
         mbLoaded = true;
-        mpForm_load();
+        if (FrmDailyPromo::mbDailyMode())
+            mpDaily_activate();
+        else
+            mpForm_load();
     }
 }
 
@@ -93,6 +102,22 @@ void FrmEdit_GroupPromo::mpForm_load()
     txtEdit[kStartBox]->setText(gfsPromo_date_text(gGroupPromo.StartDate));
     txtEdit[kEndBox]->setText(gfsPromo_date_text(gGroupPromo.EndDate));
     Cancelled = false;
+    gpFont_normalise(this);
+}
+
+// A daily promo is a percentage and nothing else.
+void FrmEdit_GroupPromo::mpDaily_activate()
+{
+    Option1[kChangeByPercent]->setChecked(true);
+    Option1[kChangeTo]->setEnabled(false);
+    Option1[kChangeBy]->setEnabled(false);
+    lblEdit[1]->setText(QStringLiteral("Daily Promo"));
+    txtEdit[kStartBox]->setText(gfsPromo_date_text(gGroupPromo.StartDate));
+    txtEdit[kEndBox]->setText(gfsPromo_date_text(gGroupPromo.EndDate));
+    txtEdit[kFirstAmountBox + kChangeTo]->hide();
+    txtEdit[kFirstAmountBox + kChangeBy]->setEnabled(false);
+    txtEdit[kFirstAmountBox + kChangeByPercent]->show();
+    txtEdit[kFirstAmountBox + kChangeByPercent]->setText(gGroupPromo.PriceChange.toPlainText());
     gpFont_normalise(this);
 }
 
@@ -118,8 +143,7 @@ void FrmEdit_GroupPromo::cmdAccept_Click()
     // nothing is taken.
     for (int box : {kStartBox, kEndBox}) {
         if (const auto fault = gfPromoEditor_date_fault(txtEdit[box]->text(), mlblDate[box - kStartBox]->text())) {
-            gfiMsgBox(fault->headline + QStringLiteral("\r\r") + fault->detail, MsgButtons::OK, MsgIcon::Exclamation,
-                      kProgramName);
+            mpFault_tell(*fault);
             txtEdit[box]->setFocus();
             return;
         }
@@ -134,6 +158,11 @@ void FrmEdit_GroupPromo::cmdAccept_Click()
     if (option >= 0) {
         const std::optional<Money> typed = gfcPromoEditor_amount(txtEdit[kFirstAmountBox + option]->text());
         if (!typed) {
+            txtEdit[kFirstAmountBox + option]->setFocus();
+            return;
+        }
+        if (const auto fault = FrmDailyPromo::mbDailyMode() ? gfPromoEditor_daily_percent_fault(*typed) : std::nullopt) {
+            mpFault_tell(*fault);
             txtEdit[kFirstAmountBox + option]->setFocus();
             return;
         }

@@ -26,6 +26,7 @@ protected:
 
 private:
     void mpForm_load();
+    void mpDaily_activate();
     void mpOption_choose(int option);
     void cmdAccept_Click();
     void cmdCalendar_Click();

@@ -62,6 +62,14 @@ std::optional<PromoEditorFault> gfPromoEditor_reversed_fault(const QDate &start,
                             QStringLiteral("The promo's starting date must be before the promo's ending date.")};
 }
 
+std::optional<PromoEditorFault> gfPromoEditor_daily_percent_fault(const Money &percent)
+{
+    if (percent > Money() && percent < Money::fromWhole(100))
+        return std::nullopt;
+    return PromoEditorFault{QLatin1Char('\'') + percent.toPlainText() + QStringLiteral("%' Is Not a Daily Promo Percentage"),
+                            QStringLiteral("A daily promo takes more than 0% and less than 100% off every discountable item.")};
+}
+
 std::optional<Money> gfcPromoEditor_amount(const QString &text)
 {
     std::optional<Money> amount = Money::parse(text);

@@ -38,6 +38,10 @@ std::optional<PromoEditorFault> gfPromoEditor_date_fault(const QString &text, co
 // which always reads as the larger number: reversed dates pass, as they always have.
 std::optional<PromoEditorFault> gfPromoEditor_reversed_fault(const QDate &start, const QDate &end);
 
+// The percentage of a daily promo: more than 0 and less than 100, since it applies to every
+// discountable item of the store at once.
+std::optional<PromoEditorFault> gfPromoEditor_daily_percent_fault(const Money &percent);
+
 // The amount of a box as money; a text that is none is said once and gives nothing.
 std::optional<Money> gfcPromoEditor_amount(const QString &text);
 

@@ -4,6 +4,7 @@
 #include "config/frmSM_DATAPATH2.h"
 #include "platform/ModalRunner.h"
 #include "platform/ProgramEnd.h"
+#include "promo/FrmDailyPromo.h"
 #include "promo/frmDeptMain.h"
 #include "promo/frmGroup.h"
 #include "promo/frmMain.h"
@@ -37,6 +38,12 @@ void mpGroupPromos_show()
     gfiForm_show_modal(form);
 }
 
+void mpDailyPromos_show()
+{
+    FrmDailyPromo form;
+    gfiForm_show_modal(form);
+}
+
 // Started for one item, the item promos window is the whole run; otherwise the menu, whose
 // "Exit" ends the process.
 void mpFirstWindow_show()
@@ -49,6 +56,7 @@ void mpFirstWindow_show()
     windows[0] = mpItemPromos_show;
     windows[1] = mpDeptPromos_show;
     windows[2] = mpGroupPromos_show;
+    windows[4] = mpDailyPromos_show;
     FrmMenu menu(windows);
     if (gfiForm_show_modal(menu) != FrmMenu::kExit)
         return;

@@ -80,10 +80,9 @@ TEST_F(Startup, ReachesTheMenuWithTheWindowsThatExist)
                   EXPECT_TRUE(command1(menu, 0)->isEnabled()) << "Item Promos";
                   EXPECT_TRUE(command1(menu, 1)->isEnabled()) << "Department Promos";
                   EXPECT_TRUE(command1(menu, 2)->isEnabled()) << "Group Promos";
-                  for (int i = 3; i < FrmMenu::kPromoKinds; ++i) {
-                      EXPECT_FALSE(command1(menu, i)->isEnabled());
-                      EXPECT_EQ(command1(menu, i)->toolTip(), QStringLiteral("Not available yet"));
-                  }
+                  EXPECT_TRUE(command1(menu, 4)->isEnabled()) << "Daily Promos";
+                  EXPECT_FALSE(command1(menu, 3)->isEnabled()) << "Matrix Promos";
+                  EXPECT_EQ(command1(menu, 3)->toolTip(), QStringLiteral("Not available yet"));
               }),
               0);
     EXPECT_EQ(forms, strings({"FrmMenu"}));
@@ -158,6 +157,23 @@ TEST_F(Startup, DepartmentPromosOpenOnTheDepartmentOfTheCommandLine)
     });
     EXPECT_EQ(forms, strings({"FrmMenu", "frmDeptMain"}));
     EXPECT_EQ(shown, QStringLiteral("002.001.000 Grocery - Canned Goods"));
+}
+
+TEST_F(Startup, DailyPromosOpenFromTheMenu)
+{
+    buildDemo();
+    QString shown;
+    run(QString(), [&](QDialog &form) {
+        if (form.objectName() == QLatin1String("FrmDailyPromo")) {
+            shown = form.windowTitle();
+            QTest::keyClick(&form, Qt::Key_Escape);
+            return;
+        }
+        command1(form, 4)->click();
+        button(form, QStringLiteral("Command2"))->click();
+    });
+    EXPECT_EQ(forms, strings({"FrmMenu", "FrmDailyPromo"}));
+    EXPECT_EQ(shown, QStringLiteral("Daily Promos"));
 }
 
 TEST_F(Startup, ItemModeOpensTheItemPromosWindowAloneAndItsCloseEndsTheRun)
