@@ -15,7 +15,13 @@ namespace qln {
 
 namespace {
 constexpr qint64 kEventsEveryMs = 25;
-}
+
+// The last column is as wide as the regular price.
+constexpr PromoGridColumn kMemberColumns[] = {
+    {"S/L", 800, kAlignKeep},         {"Description", 2200, kAlignKeep}, {"Reg. Price", 825, kAlignRight},
+    {"Promo Price", 935, kAlignRight}, {"Starting", 1000, kAlignCenter}, {"Ending", 1000, kAlignCenter},
+    {"Type Change", 900, kAlignCenter}, {"Amount", 825, kAlignCenter}};
+} // namespace
 
 void gpPromoGrid_columns_set(FlexGrid &grid, std::span<const PromoGridColumn> columns, int firstCol)
 {
@@ -27,6 +33,14 @@ void gpPromoGrid_columns_set(FlexGrid &grid, std::span<const PromoGridColumn> co
         grid.setTextMatrix(0, col, QString::fromLatin1(c.header));
         ++col;
     }
+}
+
+void gpPromoMembers_grid_layout(FlexGrid &grid)
+{
+    grid.Clear();
+    grid.setRows(2);
+    grid.setCols(int(std::size(kMemberColumns)));
+    gpPromoGrid_columns_set(grid, kMemberColumns);
 }
 
 PromoFillProgress::PromoFillProgress(QProgressBar *bar, Outside outside) : m_bar(bar), m_outside(std::move(outside))

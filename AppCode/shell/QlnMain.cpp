@@ -4,6 +4,7 @@
 #include "config/frmSM_DATAPATH2.h"
 #include "platform/ModalRunner.h"
 #include "platform/ProgramEnd.h"
+#include "promo/FrmMatrixGroup.h"
 #include "promo/frmDeptMain.h"
 #include "promo/frmMain.h"
 #include "shell/FrmMenu.h"
@@ -30,6 +31,12 @@ void mpDeptPromos_show()
     gfiForm_show_modal(form);
 }
 
+void mpMatrixPromos_show()
+{
+    FrmMatrixGroup form;
+    gfiForm_show_modal(form);
+}
+
 // Started for one item, the item promos window is the whole run; otherwise the menu, whose
 // "Exit" ends the process.
 void mpFirstWindow_show()
@@ -41,6 +48,7 @@ void mpFirstWindow_show()
     FrmMenu::Windows windows;
     windows[0] = mpItemPromos_show;
     windows[1] = mpDeptPromos_show;
+    windows[3] = mpMatrixPromos_show;
     FrmMenu menu(windows);
     if (gfiForm_show_modal(menu) != FrmMenu::kExit)
         return;

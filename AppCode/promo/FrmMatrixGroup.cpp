@@ -1,0 +1,298 @@
+#include "promo/FrmMatrixGroup.h"
+
+#include "common/FormControls.h"
+#include "common/FormLook.h"
+#include "common/NumberFormat.h"
+#include "common/ProcessState.h"
+#include "lookup/FGrid.h"
+#include "lookup/FlexGrid.h"
+#include "platform/Clock.h"
+#include "platform/Messages.h"
+#include "platform/ModalRunner.h"
+#include "common/Confirm.h"
+#include "promo/FrmEdit_GroupPromo.h"
+#include "promo/FrmMatrixList.h"
+#include "promo/MatrixPromos.h"
+#include "promo/PromoList.h"
+#include "promo/PromoMembers.h"
+#include "promo/PromoWindow.h"
+#include "store/Common.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QSignalBlocker>
+#include <QVBoxLayout>
+
+namespace qln {
+
+namespace {
+
+enum Column { cSL, cDescription, cRegular, cPromo, cStart, cEnd, cType, cAmount };
+
+QDateTime mfdPromos_since() { return QDateTime(QDate(2009, 1, 1), QTime(0, 0)); }
+
+} // namespace
+
+FrmMatrixGroup::FrmMatrixGroup(QWidget *parent) : QDialog(parent)
+{
+    setObjectName(QStringLiteral("FrmMatrixGroup"));
+    setWindowTitle(QStringLiteral("Matrix Promo Prices"));
+    mpControls_create();
+    mpControls_arrange();
+    // Load: the selector, its first entry, the grid.
+    mpChoices_fill();
+    if (Combo1->count() > 0) {
+        Combo1->setCurrentIndex(0);
+        Combo1_Click(0);
+    }
+    mpGrid_layout();
+    gpFont_normalise(this);
+}
+
+// The window has no key routines of its own: the keys its captions name are not bound, and
+// Esc leaves it as every dialog does.
+void FrmMatrixGroup::mpControls_create()
+{
+    lblEdit = gfForm_label(this, QStringLiteral("lblEdit"), QStringLiteral("Select Existing Matrix Promo"));
+    lblEditData = gfForm_label(this, QStringLiteral("lblEditData"));
+    lblEditData->setFrameShape(QFrame::Panel);
+    lblEditData->setFrameShadow(QFrame::Sunken);
+    LblTraining = gfForm_label(this, QStringLiteral("LblTraining"), QStringLiteral("Training"));
+    LblTraining->setVisible(gbTraining);
+    Combo1 = new QComboBox(this);
+    Combo1->setObjectName(QStringLiteral("Combo1"));
+    Combo1->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+    CmdGroup1 = gfCommand_button(this, QStringLiteral("CmdGroup(1)"), QStringLiteral("F3  Add New Matrix Promo"));
+    Frame1 = new QGroupBox(QStringLiteral("Matrix Group Promo Pricing"), this);
+    Frame1->setObjectName(QStringLiteral("Frame1"));
+    cmdEdit[0] = gfCommand_button(Frame1, QStringLiteral("cmdEdit(0)"), QStringLiteral("&Add "));
+    cmdEdit[1] = gfCommand_button(Frame1, QStringLiteral("cmdEdit(1)"), QStringLiteral("&Change"));
+    cmdEdit[3] = gfCommand_button(Frame1, QStringLiteral("cmdEdit(3)"), QStringLiteral("&Delete"));
+    chkExpired = new QCheckBox(QStringLiteral("Show Expired promos on Grid"), this);
+    chkExpired->setObjectName(QStringLiteral("chkExpired"));
+    cmdPrintTags = gfCommand_button(this, QStringLiteral("cmdPrintTags"), QStringLiteral("F5  Print Tags"));
+    cmdPrint = gfCommand_button(this, QStringLiteral("cmdPrint"), QStringLiteral("F9  Print List"));
+    cmdQuit = gfCommand_button(this, QStringLiteral("cmdQuit"), QStringLiteral("Esc Cancel"));
+    cmdHelp = gfCommand_button(this, QStringLiteral("cmdHelp"), QStringLiteral("F1 &Help"));
+    fgrdItems = new FlexGrid(this);
+    fgrdItems->setObjectName(QStringLiteral("fgrdItems"));
+    fgrdItems->setFixedRows(1);
+
+    connect(Combo1, &QComboBox::activated, this, [this](int index) { Combo1_Click(index); });
+    connect(CmdGroup1, &QPushButton::clicked, this, [this] { CmdGroup_Click(); });
+    connect(cmdEdit[0], &QPushButton::clicked, this, [this] { mpMatrixPromo_edit(0); });
+    connect(cmdEdit[1], &QPushButton::clicked, this, [this] { mpMatrixPromo_edit(1); });
+    connect(cmdEdit[3], &QPushButton::clicked, this, [this] { mpMatrixPromo_delete(); });
+    connect(cmdQuit, &QPushButton::clicked, this, &QDialog::reject);
+    // Print Tags, Print List and Help have no action here; the check box is read by the next fill.
+}
+
+void FrmMatrixGroup::mpControls_arrange()
+{
+    auto *choose = new QHBoxLayout;
+    choose->addWidget(lblEdit);
+    choose->addWidget(Combo1, 1);
+    choose->addWidget(LblTraining);
+    auto *top = new QVBoxLayout;
+    top->addLayout(choose);
+    top->addWidget(lblEditData);
+
+    auto *editButtons = new QVBoxLayout(Frame1);
+    for (int i : {0, 1, 3})
+        editButtons->addWidget(cmdEdit[i]);
+    auto *side = new QVBoxLayout;
+    for (QWidget *w : std::initializer_list<QWidget *>{CmdGroup1, Frame1, cmdPrintTags, cmdPrint, cmdHelp})
+        side->addWidget(w);
+    side->addStretch();
+    side->addWidget(cmdQuit);
+
+    auto *left = new QVBoxLayout;
+    left->addWidget(fgrdItems, 1);
+    left->addWidget(chkExpired);
+    auto *body = new QHBoxLayout;
+    body->addLayout(left, 1);
+    body->addLayout(side);
+
+    auto *form = new QVBoxLayout(this);
+    form->addLayout(top);
+    form->addLayout(body, 1);
+    resize(1040, 560);
+}
+
+// The columns keep their proportions and fill the grid, so that dates and amounts are not cut.
+void FrmMatrixGroup::resizeEvent(QResizeEvent *event)
+{
+    QDialog::resizeEvent(event);
+    gpGrid_FitColumns(*fgrdItems);
+}
+
+void FrmMatrixGroup::mpChoices_fill()
+{
+    const QSignalBlocker quiet(Combo1);
+    Combo1->clear();
+    Combo1->addItems(gfMatrixPromo_choices());
+    Combo1->setCurrentIndex(-1);
+}
+
+void FrmMatrixGroup::mpGrid_layout()
+{
+    gpPromoMembers_grid_layout(*fgrdItems);
+    gpGrid_FitColumns(*fgrdItems);
+}
+
+void FrmMatrixGroup::mpMatrix_list_fill()
+{
+    mbHasRows = false;
+    mpGrid_layout();
+    if (maMatrixRows.isEmpty())
+        return;
+    mbHasRows = true;
+    QList<qint32> numbers;
+    for (const PromoPriceRecord &row : std::as_const(maMatrixRows))
+        numbers << row.Invuid;
+    QHash<qint32, InventoryRecord> items;
+    gfbMembers_items_read(numbers, items);
+
+    FlexGrid &grid = *fgrdItems;
+    const QString money = QStringLiteral("#.00");
+    const QDate today = Clock::today();
+    Money promoPrice; // a tombstone shown keeps the price of the row before
+    grid.setRedraw(false);
+    for (qsizetype k = 0; k < maMatrixRows.size(); ++k) {
+        const PromoPriceRecord &entry = maMatrixRows[k];
+        const int row = int(k) + 1;
+        if (k > 0)
+            grid.setRows(row + 1);
+        if (!chkExpired->isChecked() && (entry.EndDate.date() < today || entry.ChangeType == kChangeDeleted))
+            continue;
+        const auto item = items.constFind(entry.Invuid);
+        if (item == items.constEnd())
+            continue;
+        grid.setTextMatrix(row, cSL, item->SL);
+        grid.setTextMatrix(row, cDescription, item->Description.trimmed() + QLatin1Char(' ') + item->SubDescription.trimmed());
+        grid.setTextMatrix(row, cRegular, gfsNumber_format(item->Price, money));
+        if (const std::optional<Money> price = gfcPromo_price_get(item->Price, entry))
+            promoPrice = *price;
+        grid.setTextMatrix(row, cType, gfsPromo_type_text(entry.ChangeType));
+        if (entry.ChangeType == kChangeBy || entry.ChangeType == kChangeByPercent)
+            grid.setTextMatrix(row, cAmount, gfsPromo_amount_text(entry, true));
+        grid.setTextMatrix(row, cPromo, gfsNumber_format(promoPrice, money));
+        grid.setTextMatrix(row, cStart, gfsPromo_date_text(entry.StartDate));
+        grid.setTextMatrix(row, cEnd, entry.ChangeType == kChangeDeleted ? QStringLiteral("Deleted") : gfsPromo_date_text(entry.EndDate));
+    }
+    grid.setRedraw(true);
+}
+
+void FrmMatrixGroup::Combo1_Click(int index)
+{
+    mbMatrixHasRows = false;
+    maMatrixRows.clear();
+    if (index < 1)
+        return;
+    const QString text = Combo1->itemText(index);
+    lblEditData->setText(text);
+    gPromo.GroupID = gfiMatrix_entry_number(text, 4);
+    gPromo.StartDate = mfdPromos_since();
+    gPromo.Dept = QString(11, QLatin1Char(' '));
+    gPromo.SL = QString(8, QLatin1Char(' '));
+    gPromo.Store = gCommon.StoreNumber;
+    QList<PromoPriceRecord> rows;
+    if (gfbMembers_rows_read(gPromo.GroupID, rows) && !rows.isEmpty()) {
+        mbMatrixHasRows = true;
+        maMatrixRows = rows;
+        mpMatrix_list_fill();
+        return;
+    }
+    // Cut to three digits here, where the choice above took four: a promo added from this
+    // path finds no matrix.
+    gpPromo_clear();
+    gGroupPromo = gPromo;
+    gGroupPromo.GroupID = gfiMatrix_entry_number(text, 3);
+    mpGrid_layout();
+    mpMatrixPromo_edit(0);
+}
+
+void FrmMatrixGroup::CmdGroup_Click()
+{
+    gGroupPromo.GroupID = 0;
+    FrmMatrixList picker(this);
+    gfiForm_show_modal(picker);
+    if (picker.Taken)
+        lblEditData->setText(picker.ChosenText);
+    if (gGroupPromo.GroupID > kMatrixGroupBase) {
+        mbMatrixHasRows = false;
+        mpMatrixPromo_edit(0);
+    }
+}
+
+void FrmMatrixGroup::mpMatrixPromo_edit(int index)
+{
+    if (!mbMatrixHasRows) {
+        gGroupPromo.StartDate = QDateTime(Clock::today(), QTime(0, 0));
+        gGroupPromo.EndDate = gGroupPromo.StartDate;
+    }
+    {
+        FrmEdit_GroupPromo editor(lblEditData->text(), this);
+        editor.Mode = index;
+        gfiForm_show_modal(editor);
+        if (editor.Cancelled || editor.result() != QDialog::Accepted)
+            return;
+    }
+    const auto notUpdated = [] { gfiMsgBox(QStringLiteral("record not updated")); };
+    if (index == FrmEdit_GroupPromo::kModeChange) {
+        for (int failed = gfiMatrixPromo_change(maMatrixRows, gGroupPromo); failed > 0; --failed)
+            notUpdated();
+        mpMatrix_list_fill();
+        return;
+    }
+    const MatrixExpansion expansion = gfMatrixPromo_expand(gGroupPromo);
+    for (int failed = expansion.failed; failed > 0; --failed)
+        notUpdated();
+    if (expansion.walked)
+        maMatrixRows = expansion.rows;
+    mpExpansion_tell(expansion);
+    if (!maMatrixRows.isEmpty()) {
+        mpMatrix_list_fill();
+        mpChoices_fill();
+    }
+}
+
+// What the expansion could not cover is said, so that a promo on part of a matrix is never
+// taken for one on all of it.
+void FrmMatrixGroup::mpExpansion_tell(const MatrixExpansion &expansion)
+{
+    QStringList lines;
+    if (!expansion.walked && expansion.notReached == 0) {
+        lines << QStringLiteral("No items were found for this matrix, so no promo was added.");
+    } else if (expansion.notReached > 0) {
+        lines << QStringLiteral("%1 item(s) of this matrix come after items of another matrix and were not reached: they have no promo.")
+                     .arg(expansion.notReached);
+    }
+    if (!expansion.missing.isEmpty()) {
+        QStringList numbers;
+        for (qint32 n : expansion.missing)
+            numbers << QString::number(n);
+        lines << QStringLiteral("%1 item(s) of this matrix are not in the inventory and have no promo (record numbers %2).")
+                     .arg(expansion.missing.size())
+                     .arg(numbers.join(QStringLiteral(", ")));
+    }
+    if (!lines.isEmpty())
+        gfiMsgBox(lines.join(QStringLiteral("\r\r")), MsgButtons::OK, MsgIcon::Exclamation, kProgramName);
+}
+
+void FrmMatrixGroup::mpMatrixPromo_delete()
+{
+    const QString headline = QStringLiteral("Ready To Delete \r") + lblEditData->text().trimmed() + QLatin1Char(':');
+    if (!gfbConfirm(headline, QStringLiteral("Are you sure you want to delete the promo on this matrix?")))
+        return;
+    const int deleted = gfiMatrixPromo_delete(gGroupPromo);
+    const QString title = QStringLiteral("Promo Price Group ") + fgrdItems->TextMatrix(fgrdItems->Row(), cDescription);
+    gfiMsgBox(deleted > 0 ? QString::number(deleted) + QStringLiteral(" records deleted") : QStringLiteral("No records found"),
+              MsgButtons::OK, MsgIcon::None, title);
+}
+
+} // namespace qln
