@@ -10,7 +10,6 @@
 #include <QKeyEvent>
 #include <QListWidget>
 #include <QPushButton>
-#include <QShortcut>
 #include <QVBoxLayout>
 
 namespace qln {
@@ -25,8 +24,6 @@ FrmMatrixList::FrmMatrixList(QWidget *parent) : QDialog(parent)
     CmdEdit[0] = gfCommand_button(this, QStringLiteral("CmdEdit(0)"), QStringLiteral("Esc Cancel"));
     connect(CmdEdit[1], &QPushButton::clicked, this, [this] { CmdAccept_Click(); });
     connect(CmdEdit[0], &QPushButton::clicked, this, &QDialog::reject);
-    auto *f10 = new QShortcut(QKeySequence(Qt::Key_F10), this);
-    connect(f10, &QShortcut::activated, this, [this] { CmdAccept_Click(); });
     connect(LstMatrix, &QListWidget::itemDoubleClicked, this, [this] { CmdAccept_Click(); });
 
     auto *buttons = new QHBoxLayout;
@@ -40,6 +37,15 @@ FrmMatrixList::FrmMatrixList(QWidget *parent) : QDialog(parent)
     LstMatrix->addItems(gfMatrixList_entries());
     gpFont_normalise(this);
     resize(420, 320);
+}
+
+void FrmMatrixList::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::NoModifier) {
+        CmdAccept_Click();
+        return;
+    }
+    QDialog::keyPressEvent(event);
 }
 
 void FrmMatrixList::CmdAccept_Click()

@@ -15,6 +15,10 @@ public:
     bool Taken = false;  // Accept with entries in the list
     QString ChosenText;  // the chosen entry, empty when none was chosen
 
+protected:
+    // F10 runs Accept directly.
+    void keyPressEvent(QKeyEvent *event) override;
+
 private:
     void CmdAccept_Click();
 

@@ -108,8 +108,6 @@ bool gfbMatrix_items_walk(qint32 groupUID, QList<MtxItemRecord> &walk, int &memb
 {
     walk.clear();
     members = 0;
-    gMtxItem.InvUID = 0;
-    gMtxItem.MatrixGroupUID = groupUID;
     const QString table = dbuaTable[kMtxItemTable].sSqlFile;
     QList<MtxItemRecord> all;
     if (!mfbMtxItems_read(QStringLiteral("SELECT * FROM ") + table + QStringLiteral(" WHERE MatrixGroupUID = ") +
@@ -119,6 +117,8 @@ bool gfbMatrix_items_walk(qint32 groupUID, QList<MtxItemRecord> &walk, int &memb
     members = int(all.size());
     // Where a walk of the key would begin: the first row by InvUID of this or a later matrix.
     gDBErr().clear();
+    gMtxItem.InvUID = 0;
+    gMtxItem.MatrixGroupUID = groupUID;
     if (!gfbDB_RecordOp(kMtxItemTable, kOpGreaterEqual, 0))
         return !gDBErr().isSet();
     const MtxItemRecord first = gMtxItem;

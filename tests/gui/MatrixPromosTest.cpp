@@ -255,17 +255,33 @@ TEST_F(MatrixWindow, TheRoadOfAPromoOnAMatrixOfTwelveItems)
     }
     EXPECT_EQ(g.TextMatrix(1, 7), QStringLiteral("20.00%"));
 
-    // Delete at a head office: all twelve go, no tombstone stays.
-    gCommon.MultiStore = QStringLiteral("H");
+    // Delete works on the values the picker left behind: it cleared them, so nothing is found.
     g.setRow(1);
     boxes.answer(MsgAnswer::Yes);
     cmd(form, QStringLiteral("cmdEdit(3)"))->click();
     ASSERT_EQ(boxes.shown().size(), 2);
     EXPECT_EQ(boxes.shown()[0].text, QStringLiteral("Ready To Delete \r") + editorLabel.trimmed() +
                                           QStringLiteral(":\r\rAre you sure you want to delete the promo on this matrix?"));
-    EXPECT_EQ(boxes.shown()[1].text, QStringLiteral("12 records deleted"));
+    EXPECT_EQ(boxes.shown()[1].text, QStringLiteral("No records found"));
     EXPECT_EQ(boxes.shown()[1].title, QStringLiteral("Promo Price Group ") + g.TextMatrix(1, 1));
-    EXPECT_TRUE(rows(QStringLiteral("GroupID = 1001")).isEmpty());
+    EXPECT_EQ(rows(QStringLiteral("GroupID = 1001")).size(), 12);
+
+    // Right after an add, at a head office: all twelve go and no tombstone stays.
+    {
+        auto script = play(QStringLiteral("1002"), 0, QStringLiteral("9.99"), kToday, kToday.addDays(2));
+        cmd(form, QStringLiteral("CmdGroup(1)"))->click();
+    }
+    ASSERT_EQ(rows(QStringLiteral("GroupID = 1002")).size(), 12);
+    EXPECT_EQ(g.TextMatrix(1, 3), QStringLiteral("9.99"));
+    EXPECT_TRUE(g.TextMatrix(1, 7).isEmpty()) << "no amount beside a price set \"To\"";
+    gCommon.MultiStore = QStringLiteral("H");
+    boxes.clear();
+    boxes.answer(MsgAnswer::Yes);
+    cmd(form, QStringLiteral("cmdEdit(3)"))->click();
+    ASSERT_EQ(boxes.shown().size(), 2);
+    EXPECT_EQ(boxes.shown()[1].text, QStringLiteral("12 records deleted"));
+    EXPECT_TRUE(rows(QStringLiteral("GroupID = 1002")).isEmpty());
+    EXPECT_EQ(rows(QStringLiteral("GroupID = 1001")).size(), 12);
     EXPECT_EQ(g.Rows(), 13) << "the grid is not refreshed";
 }
 
