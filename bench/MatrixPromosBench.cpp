@@ -98,13 +98,13 @@ void BM_MatrixPromoExpand(benchmark::State &state)
     if (members().size() != kMembers)
         return state.SkipWithError("no data set");
     test::ScriptedMessages boxes;
-    const PromoPriceRecord values = shared();
+    gGroupPromo = shared();
     int written = 0;
     for (auto _ : state) {
         state.PauseTiming();
         clearRows();
         state.ResumeTiming();
-        const MatrixExpansion done = gfMatrixPromo_expand(values);
+        const MatrixExpansion done = gfMatrixPromo_expand();
         written = int(done.rows.size()) - done.failed;
     }
     state.counters["rows"] = rowsWritten();

@@ -2,7 +2,6 @@
 
 #include "common/FormControls.h"
 #include "common/FormLook.h"
-#include "common/NumberFormat.h"
 #include "common/ProcessState.h"
 #include "lookup/FGrid.h"
 #include "lookup/FlexGrid.h"
@@ -14,9 +13,10 @@
 #include "promo/FrmMatrixList.h"
 #include "promo/MatrixPromos.h"
 #include "promo/PromoList.h"
-#include "promo/PromoMembers.h"
-#include "promo/PromoWindow.h"
+#include "promo/GroupMembers.h"
+#include "promo/GroupMembersGrid.h"
 #include "store/Common.h"
+#include "store/Inventory.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -31,7 +31,7 @@ namespace qln {
 
 namespace {
 
-enum Column { cSL, cDescription, cRegular, cPromo, cStart, cEnd, cType, cAmount };
+constexpr int cDescription = 1;
 
 QDateTime mfdPromos_since() { return QDateTime(QDate(2009, 1, 1), QTime(0, 0)); }
 
@@ -140,51 +140,25 @@ void FrmMatrixGroup::mpChoices_fill()
 
 void FrmMatrixGroup::mpGrid_layout()
 {
-    gpPromoMembers_grid_layout(*fgrdItems);
+    gpGroupMembers_layout(*fgrdItems);
     gpGrid_FitColumns(*fgrdItems);
 }
 
 void FrmMatrixGroup::mpMatrix_list_fill()
 {
-    mbHasRows = false;
-    mpGrid_layout();
-    if (maMatrixRows.isEmpty())
-        return;
-    mbHasRows = true;
-    QList<qint32> numbers;
-    for (const PromoPriceRecord &row : std::as_const(maMatrixRows))
-        numbers << row.Invuid;
-    QHash<qint32, InventoryRecord> items;
-    gfbMembers_items_read(numbers, items);
-
-    FlexGrid &grid = *fgrdItems;
-    const QString money = QStringLiteral("#.00");
+    GroupMembersFill how;
+    how.bReuseEmptyLine = false;
+    const bool expired = chkExpired->isChecked();
     const QDate today = Clock::today();
-    Money promoPrice; // a tombstone shown keeps the price of the row before
-    grid.setRedraw(false);
-    for (qsizetype k = 0; k < maMatrixRows.size(); ++k) {
-        const PromoPriceRecord &entry = maMatrixRows[k];
-        const int row = int(k) + 1;
-        if (k > 0)
-            grid.setRows(row + 1);
-        if (!chkExpired->isChecked() && (entry.EndDate.date() < today || entry.ChangeType == kChangeDeleted))
-            continue;
-        const auto item = items.constFind(entry.Invuid);
-        if (item == items.constEnd())
-            continue;
-        grid.setTextMatrix(row, cSL, item->SL);
-        grid.setTextMatrix(row, cDescription, item->Description.trimmed() + QLatin1Char(' ') + item->SubDescription.trimmed());
-        grid.setTextMatrix(row, cRegular, gfsNumber_format(item->Price, money));
-        if (const std::optional<Money> price = gfcPromo_price_get(item->Price, entry))
-            promoPrice = *price;
-        grid.setTextMatrix(row, cType, gfsPromo_type_text(entry.ChangeType));
-        if (entry.ChangeType == kChangeBy || entry.ChangeType == kChangeByPercent)
-            grid.setTextMatrix(row, cAmount, gfsPromo_amount_text(entry, true));
-        grid.setTextMatrix(row, cPromo, gfsNumber_format(promoPrice, money));
-        grid.setTextMatrix(row, cStart, gfsPromo_date_text(entry.StartDate));
-        grid.setTextMatrix(row, cEnd, entry.ChangeType == kChangeDeleted ? QStringLiteral("Deleted") : gfsPromo_date_text(entry.EndDate));
-    }
-    grid.setRedraw(true);
+    how.hidden = [expired, today](const PromoPriceRecord &row) {
+        return !expired && (row.EndDate.date() < today || row.ChangeType == kChangeDeleted);
+    };
+    how.description = [] { return gInventory.Description.trimmed() + QLatin1Char(' ') + gInventory.SubDescription.trimmed(); };
+    how.wording.bToAmount = false;
+    how.wording.sDeletedEnd = QStringLiteral("Deleted");
+    how.wording.bRegularFormatted = true;
+    mbHasRows = gfbGroupMembers_fill(*fgrdItems, maMatrixRows, how);
+    gpGrid_FitColumns(*fgrdItems);
 }
 
 void FrmMatrixGroup::Combo1_Click(int index)
@@ -201,7 +175,7 @@ void FrmMatrixGroup::Combo1_Click(int index)
     gPromo.SL = QString(8, QLatin1Char(' '));
     gPromo.Store = gCommon.StoreNumber;
     QList<PromoPriceRecord> rows;
-    if (gfbMembers_rows_read(gPromo.GroupID, rows) && !rows.isEmpty()) {
+    if (gfbGroupMembers_read(gPromo.GroupID, rows) && !rows.isEmpty()) {
         mbMatrixHasRows = true;
         maMatrixRows = rows;
         mpMatrix_list_fill();
@@ -242,16 +216,14 @@ void FrmMatrixGroup::mpMatrixPromo_edit(int index)
         if (editor.Cancelled || editor.result() != QDialog::Accepted)
             return;
     }
-    const auto notUpdated = [] { gfiMsgBox(QStringLiteral("record not updated")); };
     if (index == FrmEdit_GroupPromo::kModeChange) {
-        for (int failed = gfiMatrixPromo_change(maMatrixRows, gGroupPromo); failed > 0; --failed)
-            notUpdated();
+        gpMatrixPromo_change(maMatrixRows);
         mpMatrix_list_fill();
         return;
     }
-    const MatrixExpansion expansion = gfMatrixPromo_expand(gGroupPromo);
+    const MatrixExpansion expansion = gfMatrixPromo_expand();
     for (int failed = expansion.failed; failed > 0; --failed)
-        notUpdated();
+        gfiMsgBox(QStringLiteral("record not updated"));
     if (expansion.walked)
         maMatrixRows = expansion.rows;
     mpExpansion_tell(expansion);
@@ -289,7 +261,7 @@ void FrmMatrixGroup::mpMatrixPromo_delete()
     const QString headline = QStringLiteral("Ready To Delete \r") + lblEditData->text().trimmed() + QLatin1Char(':');
     if (!gfbConfirm(headline, QStringLiteral("Are you sure you want to delete the promo on this matrix?")))
         return;
-    const int deleted = gfiMatrixPromo_delete(gGroupPromo);
+    const int deleted = gfiMatrixPromo_delete();
     const QString title = QStringLiteral("Promo Price Group ") + fgrdItems->TextMatrix(fgrdItems->Row(), cDescription);
     gfiMsgBox(deleted > 0 ? QString::number(deleted) + QStringLiteral(" records deleted") : QStringLiteral("No records found"),
               MsgButtons::OK, MsgIcon::None, title);

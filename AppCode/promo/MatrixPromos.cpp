@@ -4,12 +4,14 @@
 #include "common/ProcessState.h"
 #include "platform/WriteBatch.h"
 #include "platform/Recordset.h"
-#include "promo/PromoMembers.h"
+#include "promo/GroupMembers.h"
+#include "store/Inventory.h"
 #include "store/Database.h"
 #include "store/FieldCodec.h"
 #include "store/MatrixGroups.h"
 #include "store/RecordOps.h"
 
+#include <QHash>
 #include <QSet>
 
 namespace qln {
@@ -36,6 +38,33 @@ bool mfbMtxItems_read(const QString &sql, QList<MtxItemRecord> &rows)
     for (set.moveFirst(); !set.eof(); set.moveNext()) {
         gpDB_table_row_to_record(kMtxItemTable);
         rows << gMtxItem;
+    }
+    return true;
+}
+
+// The items of the given RecordNums, a few hundred to a statement; a number not in the item
+// file has no entry. The item buffer holds the last item read.
+bool mfbItems_read(const QList<qint32> &recordNums, QHash<qint32, InventoryRecord> &items)
+{
+    constexpr qsizetype kNumbersPerRead = 400;
+    items.clear();
+    for (qsizetype first = 0; first < recordNums.size(); first += kNumbersPerRead) {
+        QStringList numbers;
+        for (qint32 n : recordNums.mid(first, kNumbersPerRead))
+            numbers << QString::number(n);
+        const QString sql = QStringLiteral("SELECT * FROM ") + dbuaTable[kInventoryTable].sSqlFile +
+                            QStringLiteral(" WHERE RecordNum IN (") + numbers.join(QLatin1Char(',')) + QLatin1Char(')');
+        gDBErr().clear();
+        if (!gfbDB_RecordOp(kInventoryTable, kOpBySQL, 0, false, false, sql)) {
+            if (gDBErr().isSet())
+                return false;
+            continue;
+        }
+        Recordset &set = *dbaRecordset[kInventoryTable];
+        for (set.moveFirst(); !set.eof(); set.moveNext()) {
+            gpDB_table_row_to_record(kInventoryTable);
+            items.insert(gInventory.RecordNum, gInventory);
+        }
     }
     return true;
 }
@@ -144,8 +173,9 @@ bool gfbMatrix_items_walk(qint32 groupUID, QList<MtxItemRecord> &walk, int &memb
     return true;
 }
 
-MatrixExpansion gfMatrixPromo_expand(const PromoPriceRecord &shared)
+MatrixExpansion gfMatrixPromo_expand()
 {
+    const PromoPriceRecord shared = gGroupPromo;
     MatrixExpansion result;
     const qint32 groupUID = shared.GroupID - kMatrixGroupBase;
     QList<MtxItemRecord> walk;
@@ -162,7 +192,7 @@ MatrixExpansion gfMatrixPromo_expand(const PromoPriceRecord &shared)
         numbers << m.InvUID;
     QHash<qint32, InventoryRecord> items;
     QList<PromoPriceRecord> existing;
-    if (!gfbMembers_items_read(numbers, items) || !gfbMembers_rows_read(shared.GroupID, existing)) {
+    if (!mfbItems_read(numbers, items) || !gfbGroupMembers_read(shared.GroupID, existing)) {
         result.walked = false;
         return result;
     }
@@ -181,7 +211,7 @@ MatrixExpansion gfMatrixPromo_expand(const PromoPriceRecord &shared)
         gpPromo_clear();
         PromoPriceRecord entry = gPromo;
         entry.GroupID = shared.GroupID;
-        gpMember_shared_take(entry, shared);
+        gpGroupPromo_values_apply(entry);
         entry.Invuid = member.InvUID;
         entry.Store = qint16(gfdNumber_value(gsStore));
         entry.SL = item->SL;
@@ -204,25 +234,23 @@ MatrixExpansion gfMatrixPromo_expand(const PromoPriceRecord &shared)
     return result;
 }
 
-int gfiMatrixPromo_change(QList<PromoPriceRecord> &rows, const PromoPriceRecord &shared)
+void gpMatrixPromo_change(QList<PromoPriceRecord> &rows)
 {
-    int failed = 0;
     for (PromoPriceRecord &entry : rows) {
         gPromo = entry;
         if (!gfbDB_RecordOp(kPromoTable, kOpEqual, kGroupSLEndKey))
             continue;
-        gpMember_shared_take(entry, shared);
+        gpGroupPromo_values_apply(entry);
         gPromo = entry;
         if (gPromo.UniqueID == 0)
             gPromo.UniqueID = gfiPromo_UniqueID_next(kPromoTable);
-        if (!gfbDB_RecordOp(kPromoTable, kOpUpdate, kGroupSLEndKey))
-            ++failed;
+        gfbGroupMember_update(kGroupSLEndKey);
     }
-    return failed;
 }
 
-int gfiMatrixPromo_delete(const PromoPriceRecord &shared)
+int gfiMatrixPromo_delete()
 {
+    const PromoPriceRecord shared = gGroupPromo;
     if (!gfbDB_RecordOp(kPromoTable, kOpGetFirst, kGroupStartKey))
         return 0;
     gPromo.GroupID = shared.GroupID;

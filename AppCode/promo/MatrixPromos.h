@@ -41,16 +41,16 @@ struct MatrixExpansion {
     QList<qint32> missing;         // InvUIDs of items gone from the item file: no row for them
     int notReached = 0;            // items of the matrix the walk stopped before
 };
-// One row for each item of the matrix of shared.GroupID, with shared's dates, type and amount.
+// One row for each item of the matrix of gGroupPromo.GroupID, with its dates, type and amount.
 // An item that already has a row of the promo with the same ending date keeps it.
-MatrixExpansion gfMatrixPromo_expand(const PromoPriceRecord &shared);
+MatrixExpansion gfMatrixPromo_expand();
 
-// Writes the shared values into each row of the promo that is still there. Rows the server
-// refused are counted.
-int gfiMatrixPromo_change(QList<PromoPriceRecord> &rows, const PromoPriceRecord &shared);
+// Writes gGroupPromo's values into each row of the promo that is still there; a row the server
+// refuses is told with "record not updated".
+void gpMatrixPromo_change(QList<PromoPriceRecord> &rows);
 
-// Removes the rows with shared's GroupID and StartDate, in every mode of the data set: no
+// Removes the rows with gGroupPromo's GroupID and StartDate, in every mode of the data set: no
 // tombstone stays. The count removed.
-int gfiMatrixPromo_delete(const PromoPriceRecord &shared);
+int gfiMatrixPromo_delete();
 
 } // namespace qln

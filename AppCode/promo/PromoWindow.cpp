@@ -3,8 +3,11 @@
 #include "lookup/FlexGrid.h"
 #include "platform/ModalRunner.h"
 #include "promo/frmTags_Print.h"
+#include "shell/DataPathChange.h"
 
 #include <QCoreApplication>
+#include <QMenu>
+#include <QMenuBar>
 #include <QProgressBar>
 #include <QPushButton>
 
@@ -15,12 +18,6 @@ namespace qln {
 
 namespace {
 constexpr qint64 kEventsEveryMs = 25;
-
-// The last column is as wide as the regular price.
-constexpr PromoGridColumn kMemberColumns[] = {
-    {"S/L", 800, kAlignKeep},         {"Description", 2200, kAlignKeep}, {"Reg. Price", 825, kAlignRight},
-    {"Promo Price", 935, kAlignRight}, {"Starting", 1000, kAlignCenter}, {"Ending", 1000, kAlignCenter},
-    {"Type Change", 900, kAlignCenter}, {"Amount", 825, kAlignCenter}};
 } // namespace
 
 void gpPromoGrid_columns_set(FlexGrid &grid, std::span<const PromoGridColumn> columns, int firstCol)
@@ -33,14 +30,6 @@ void gpPromoGrid_columns_set(FlexGrid &grid, std::span<const PromoGridColumn> co
         grid.setTextMatrix(0, col, QString::fromLatin1(c.header));
         ++col;
     }
-}
-
-void gpPromoMembers_grid_layout(FlexGrid &grid)
-{
-    grid.Clear();
-    grid.setRows(2);
-    grid.setCols(int(std::size(kMemberColumns)));
-    gpPromoGrid_columns_set(grid, kMemberColumns);
 }
 
 PromoFillProgress::PromoFillProgress(QProgressBar *bar, Outside outside) : m_bar(bar), m_outside(std::move(outside))
@@ -85,6 +74,23 @@ void gpTagLink_show(QWidget *parent)
 {
     frmTags_Print tags(parent);
     gfiForm_show_modal(tags);
+}
+
+QMenuBar *gfPromoMenu_make(QWidget *form, QPushButton *quit, const std::function<void()> &afterDataPath)
+{
+    auto *menuBar = new QMenuBar(form);
+    QMenu *mnuFile = menuBar->addMenu(QStringLiteral("&File"));
+    mnuFile->setObjectName(QStringLiteral("mnuFile"));
+    QAction *datapath = mnuFile->addAction(QStringLiteral("&Data Path..."));
+    datapath->setObjectName(QStringLiteral("mnuFile_datapath"));
+    QAction *exit = mnuFile->addAction(QStringLiteral("E&xit"));
+    exit->setObjectName(QStringLiteral("mnuFile_quit"));
+    QObject::connect(datapath, &QAction::triggered, form, [afterDataPath] {
+        gfbDataPath_change_run();
+        afterDataPath();
+    });
+    QObject::connect(exit, &QAction::triggered, quit, &QPushButton::click);
+    return menuBar;
 }
 
 } // namespace qln

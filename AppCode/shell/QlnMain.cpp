@@ -6,6 +6,7 @@
 #include "platform/ProgramEnd.h"
 #include "promo/FrmMatrixGroup.h"
 #include "promo/frmDeptMain.h"
+#include "promo/frmGroup.h"
 #include "promo/frmMain.h"
 #include "shell/FrmMenu.h"
 #include "shell/InstanceLock.h"
@@ -31,6 +32,12 @@ void mpDeptPromos_show()
     gfiForm_show_modal(form);
 }
 
+void mpGroupPromos_show()
+{
+    frmGroup form;
+    gfiForm_show_modal(form);
+}
+
 void mpMatrixPromos_show()
 {
     FrmMatrixGroup form;
@@ -48,6 +55,7 @@ void mpFirstWindow_show()
     FrmMenu::Windows windows;
     windows[0] = mpItemPromos_show;
     windows[1] = mpDeptPromos_show;
+    windows[2] = mpGroupPromos_show;
     windows[3] = mpMatrixPromos_show;
     FrmMenu menu(windows);
     if (gfiForm_show_modal(menu) != FrmMenu::kExit)

@@ -89,13 +89,19 @@ protected:
             numbers << m.InvUID;
         return numbers;
     }
+    // The promo's shared values, as the editor leaves them.
     static PromoPriceRecord shared(qint32 groupID, int type, Money amount, QDate start, QDate end)
     {
         gpPromo_clear();
-        PromoPriceRecord values = gPromo;
-        values.GroupID = groupID, values.ChangeType = qint16(type), values.PriceChange = amount;
-        values.StartDate = QDateTime(start, QTime(0, 0)), values.EndDate = QDateTime(end, QTime(0, 0));
-        return values;
+        gGroupPromo = gPromo;
+        gGroupPromo.GroupID = groupID, gGroupPromo.ChangeType = qint16(type), gGroupPromo.PriceChange = amount;
+        gGroupPromo.StartDate = QDateTime(start, QTime(0, 0)), gGroupPromo.EndDate = QDateTime(end, QTime(0, 0));
+        return gGroupPromo;
+    }
+    static MatrixExpansion expand(qint32 groupID, int type, Money amount, QDate start, QDate end)
+    {
+        shared(groupID, type, amount, start, end);
+        return gfMatrixPromo_expand();
     }
     static QString slOf(qint32 recordNum)
     {
@@ -184,7 +190,7 @@ TEST_F(MatrixPromos, AnExpansionWritesOneRowForEachItemAndTellsWhatItCouldNotCov
     addPromo(1001, slOf(items[4]), items[4], kToday, kToday.addDays(9), 40);
     gsStore = QStringLiteral("7");
 
-    const MatrixExpansion done = gfMatrixPromo_expand(shared(1001, kChangeByPercent, Money::fromWhole(15), kToday, kToday.addDays(9)));
+    const MatrixExpansion done = expand(1001, kChangeByPercent, Money::fromWhole(15), kToday, kToday.addDays(9));
     EXPECT_TRUE(done.walked);
     EXPECT_EQ(done.failed, 0);
     EXPECT_EQ(done.notReached, 0);
@@ -213,27 +219,27 @@ TEST_F(MatrixPromos, AnExpansionWritesOneRowForEachItemAndTellsWhatItCouldNotCov
     EXPECT_NE(gone, QString());
 
     // Again with the same ending date: nothing new.
-    EXPECT_EQ(gfMatrixPromo_expand(shared(1001, kChangeTo, Money::fromWhole(1), kToday, kToday.addDays(9))).rows.size(), 11);
+    EXPECT_EQ(expand(1001, kChangeTo, Money::fromWhole(1), kToday, kToday.addDays(9)).rows.size(), 11);
     EXPECT_EQ(rows(QStringLiteral("GroupID = 1001")).size(), 11);
 }
 
 TEST_F(MatrixPromos, AnEmptyMatrixAndItemsBehindAnotherMatrixAreReported)
 {
     addMatrix(8, QStringLiteral("Empty"), -1, -1);
-    MatrixExpansion done = gfMatrixPromo_expand(shared(1008, kChangeBy, Money::fromWhole(1), kToday, kToday));
+    MatrixExpansion done = expand(1008, kChangeBy, Money::fromWhole(1), kToday, kToday);
     EXPECT_FALSE(done.walked);
     EXPECT_EQ(done.notReached, 0);
     EXPECT_TRUE(done.rows.isEmpty());
 
     // Matrix 1 gains an item numbered above matrix 3's: the walk meets matrix 2 before it.
     addMember(290, 1, 99);
-    done = gfMatrixPromo_expand(shared(1001, kChangeBy, Money::fromWhole(1), kToday, kToday));
+    done = expand(1001, kChangeBy, Money::fromWhole(1), kToday, kToday);
     EXPECT_EQ(done.rows.size(), 12);
     EXPECT_EQ(done.notReached, 1);
     EXPECT_TRUE(rows(QStringLiteral("GroupID = 1001 AND Invuid = 290")).isEmpty());
     // Matrix 2 gains one numbered below all others: its walk meets matrix 1 at once.
     addMember(11, 2, 99);
-    done = gfMatrixPromo_expand(shared(1002, kChangeBy, Money::fromWhole(1), kToday, kToday));
+    done = expand(1002, kChangeBy, Money::fromWhole(1), kToday, kToday);
     EXPECT_TRUE(done.walked);
     EXPECT_EQ(done.rows.size(), 1);
     EXPECT_EQ(done.notReached, 12);
@@ -243,13 +249,14 @@ TEST_F(MatrixPromos, AnEmptyMatrixAndItemsBehindAnotherMatrixAreReported)
 TEST_F(MatrixPromos, ChangeAndDeleteReachEveryRowOfThePromoInBothModes)
 {
     const PromoPriceRecord first = shared(1003, kChangeBy, Money::fromWhole(2), kToday, kToday.addDays(5));
-    MatrixExpansion done = gfMatrixPromo_expand(first);
+    MatrixExpansion done = gfMatrixPromo_expand();
     ASSERT_EQ(done.rows.size(), 12);
     addPromo(1001, QStringLiteral("9"), 12, kToday, kToday.addDays(5), 500);
 
     Clock::setFixed(QDateTime(kToday.addDays(1), QTime(9, 0)));
     const PromoPriceRecord later = shared(1003, kChangeByPercent, Money::fromWhole(30), kToday.addDays(2), kToday.addDays(20));
-    EXPECT_EQ(gfiMatrixPromo_change(done.rows, later), 0);
+    gpMatrixPromo_change(done.rows);
+    EXPECT_TRUE(boxes.shown().isEmpty());
     const QList<PromoPriceRecord> changed = rows(QStringLiteral("GroupID = 1003"));
     ASSERT_EQ(changed.size(), 12);
     for (const PromoPriceRecord &row : changed) {
@@ -261,8 +268,10 @@ TEST_F(MatrixPromos, ChangeAndDeleteReachEveryRowOfThePromoInBothModes)
     }
 
     gCommon.MultiStore = QStringLiteral("H");
-    EXPECT_EQ(gfiMatrixPromo_delete(first), 0) << "the start date the promo had before its change finds nothing";
-    EXPECT_EQ(gfiMatrixPromo_delete(later), 12);
+    gGroupPromo = first;
+    EXPECT_EQ(gfiMatrixPromo_delete(), 0) << "the start date the promo had before its change finds nothing";
+    gGroupPromo = later;
+    EXPECT_EQ(gfiMatrixPromo_delete(), 12);
     EXPECT_EQ(rows(QStringLiteral("GroupID = 1003")).size(), 0) << "no tombstone at a head office either";
     EXPECT_EQ(rows(QStringLiteral("GroupID = 1001")).size(), 1) << "another matrix's promo stays";
 }
