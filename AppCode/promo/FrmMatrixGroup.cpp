@@ -1,5 +1,6 @@
 #include "promo/FrmMatrixGroup.h"
 
+#include "common/Confirm.h"
 #include "common/FormControls.h"
 #include "common/FormLook.h"
 #include "common/ProcessState.h"
@@ -8,13 +9,11 @@
 #include "platform/Clock.h"
 #include "platform/Messages.h"
 #include "platform/ModalRunner.h"
-#include "common/Confirm.h"
 #include "promo/FrmEdit_GroupPromo.h"
 #include "promo/FrmMatrixList.h"
-#include "promo/MatrixPromos.h"
-#include "promo/PromoList.h"
 #include "promo/GroupMembers.h"
 #include "promo/GroupMembersGrid.h"
+#include "promo/MatrixPromos.h"
 #include "store/Common.h"
 #include "store/Inventory.h"
 
@@ -32,8 +31,6 @@ namespace qln {
 namespace {
 
 constexpr int cDescription = 1;
-
-QDateTime mfdPromos_since() { return QDateTime(QDate(2009, 1, 1), QTime(0, 0)); }
 
 } // namespace
 
@@ -170,7 +167,7 @@ void FrmMatrixGroup::Combo1_Click(int index)
     const QString text = Combo1->itemText(index);
     lblEditData->setText(text);
     gPromo.GroupID = gfiMatrix_entry_number(text, 4);
-    gPromo.StartDate = mfdPromos_since();
+    gPromo.StartDate = gfdMatrixPromos_since();
     gPromo.Dept = QString(11, QLatin1Char(' '));
     gPromo.SL = QString(8, QLatin1Char(' '));
     gPromo.Store = gCommon.StoreNumber;

@@ -20,8 +20,6 @@ namespace {
 
 constexpr int kGroupStartKey = 6, kGroupSLEndKey = 5;
 
-QDateTime mfdPromos_since() { return QDateTime(QDate(2009, 1, 1), QTime(0, 0)); }
-
 QString mfsMatrix_entry(qint32 groupUID, const QString &separator, const QString &name)
 {
     return QString::number(groupUID + kMatrixGroupBase) + separator + name;
@@ -80,9 +78,11 @@ QString mfsRow_place(const PromoPriceRecord &row)
 
 } // namespace
 
+QDateTime gfdMatrixPromos_since() { return QDateTime(QDate(2009, 1, 1), QTime(0, 0)); }
+
 QStringList gfMatrixPromo_choices()
 {
-    gPromo.StartDate = mfdPromos_since();
+    gPromo.StartDate = gfdMatrixPromos_since();
     gPromo.GroupID = kMatrixGroupBase;
     if (!gfbDB_RecordOp(kPromoTable, kOpGreaterEqual, kGroupStartKey) || gPromo.GroupID < kMatrixGroupBase)
         return {kMatrixNoneExisting};
@@ -107,7 +107,7 @@ QStringList gfMatrixPromo_choices()
 QStringList gfMatrixList_entries()
 {
     QStringList entries;
-    gPromo.StartDate = mfdPromos_since();
+    gPromo.StartDate = gfdMatrixPromos_since();
     gPromo.GroupID = kMatrixGroupBase;
     if (gfiDB_RecordCount(kMatrixGroupsTable) <= 0)
         return entries;
@@ -122,7 +122,7 @@ QStringList gfMatrixList_entries()
             continue;
         const qint32 id = matrix.GroupUID + kMatrixGroupBase;
         gPromo.GroupID = id;
-        gPromo.StartDate = mfdPromos_since();
+        gPromo.StartDate = gfdMatrixPromos_since();
         if (!gfbDB_RecordOp(kPromoTable, kOpGreaterEqual, kGroupStartKey))
             entries << mfsMatrix_entry(matrix.GroupUID, QStringLiteral("\t"), matrix.GroupName);
         else if (gPromo.GroupID != id)

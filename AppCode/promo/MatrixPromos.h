@@ -16,6 +16,9 @@ constexpr qint32 kMatrixGroupBase = 1000;
 inline const QString kMatrixNoneExisting = QStringLiteral("None existing ");
 inline const QString kMatrixSelectGroup = QStringLiteral("Select Group");
 
+// The starting date from which the lists look for a matrix's promo rows.
+QDateTime gfdMatrixPromos_since();
+
 // The selector of matrices that have a promo: "Select Group", then "<GroupID>  <name>" for
 // each, in the order of their rows; or "None existing " alone.
 QStringList gfMatrixPromo_choices();

@@ -78,7 +78,9 @@ TEST_F(Startup, ReachesTheMenuWithTheWindowsThatExist)
                   EXPECT_EQ(menu.windowTitle(), QStringLiteral("Quillon"));
                   EXPECT_TRUE(command1(menu, 0)->isEnabled()) << "Item Promos";
                   EXPECT_TRUE(command1(menu, 1)->isEnabled()) << "Department Promos";
-                  for (int i = 2; i < FrmMenu::kPromoKinds; ++i) {
+                  EXPECT_TRUE(command1(menu, 2)->isEnabled()) << "Group Promos";
+                  EXPECT_TRUE(command1(menu, 3)->isEnabled()) << "Matrix Promos";
+                  for (int i = 4; i < FrmMenu::kPromoKinds; ++i) {
                       EXPECT_FALSE(command1(menu, i)->isEnabled());
                       EXPECT_EQ(command1(menu, i)->toolTip(), QStringLiteral("Not available yet"));
                   }
