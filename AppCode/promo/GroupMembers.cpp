@@ -22,7 +22,7 @@ QStringList gfGroupMember_cells(const PromoPriceRecord &row, const InventoryReco
     QStringList cells(8);
     cells[0] = item.SL.left(8);
     cells[1] = sDescription;
-    cells[2] = item.Price.toPlainText();
+    cells[2] = wording.bRegularFormatted ? gfsNumber_format(item.Price, money) : item.Price.toPlainText();
     const bool known = row.ChangeType == kChangeTo || row.ChangeType == kChangeBy || row.ChangeType == kChangeByPercent;
     if (known) {
         if (const std::optional<Money> price = gfcPromo_price_get(item.Price, row))

@@ -20,6 +20,7 @@ bool gfbGroupMembers_read(int iGroupID, QList<PromoPriceRecord> &rows);
 struct GroupMemberWording {
     bool bToAmount = true;   // "To" shows its amount in the last column
     QString sDeletedEnd;     // the end column of a tombstone; empty: its end date
+    bool bRegularFormatted = false; // the regular price as "#.00" rather than plain money text
 };
 
 // The eight cells of a member's line: S/L, description, regular price, promo price, start,

@@ -18,7 +18,7 @@ namespace qln {
 
 namespace {
 constexpr qint64 kEventsEveryMs = 25;
-}
+} // namespace
 
 namespace {
 void mpColumn_header_set(FlexGrid &grid, int col, const PromoGridColumn &c)

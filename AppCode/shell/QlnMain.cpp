@@ -5,6 +5,7 @@
 #include "platform/ModalRunner.h"
 #include "platform/ProgramEnd.h"
 #include "promo/FrmDailyPromo.h"
+#include "promo/FrmMatrixGroup.h"
 #include "promo/frmDeptMain.h"
 #include "promo/frmGroup.h"
 #include "promo/frmMain.h"
@@ -44,6 +45,12 @@ void mpDailyPromos_show()
     gfiForm_show_modal(form);
 }
 
+void mpMatrixPromos_show()
+{
+    FrmMatrixGroup form;
+    gfiForm_show_modal(form);
+}
+
 // Started for one item, the item promos window is the whole run; otherwise the menu, whose
 // "Exit" ends the process.
 void mpFirstWindow_show()
@@ -56,6 +63,7 @@ void mpFirstWindow_show()
     windows[0] = mpItemPromos_show;
     windows[1] = mpDeptPromos_show;
     windows[2] = mpGroupPromos_show;
+    windows[3] = mpMatrixPromos_show;
     windows[4] = mpDailyPromos_show;
     FrmMenu menu(windows);
     if (gfiForm_show_modal(menu) != FrmMenu::kExit)
