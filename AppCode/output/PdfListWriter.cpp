@@ -3,6 +3,7 @@
 #include <QIODevice>
 
 #include <charconv>
+#include <limits>
 
 namespace qln {
 
@@ -34,6 +35,15 @@ int codeOf(QChar c)
         if (kHighCodes[i] == u && u != 0)
             return 0x80 + i;
     return -1;
+}
+
+constexpr qint16 kUnknown = std::numeric_limits<qint16>::min();
+
+// What stands for `c` in the file: a character the page has no code for prints as "?".
+int printedCode(QChar c)
+{
+    const int code = codeOf(c);
+    return code < 0 ? '?' : code;
 }
 
 QChar charOf(int code) { return code >= 0x80 && code < 0xA0 ? QChar(kHighCodes[code - 0x80]) : QChar(char16_t(code)); }
@@ -114,11 +124,11 @@ bool PdfListWriter::finish()
 {
     QByteArray fonts;
     for (int f = 0; f < kFaces; ++f) {
-        if (!m_faces[size_t(f)].used)
+        if (!m_faces[size_t(f)].metrics)
             continue;
         QByteArray widths;
         for (int code = 32; code < 256; ++code)
-            widths += number(qRound64(m_faces[size_t(f)].widths[size_t(code)])) + ' ';
+            widths += number(m_faces[size_t(f)].widths[size_t(code)]) + ' ';
         const int object = int(m_offsets.size());
         writeObject(object, QByteArray("<< /Type /Font /Subtype /Type1 /BaseFont /") + kBaseFonts[f] +
                                 " /Encoding /WinAnsiEncoding /FirstChar 32 /LastChar 255 /Widths [" + widths + "] >>");
@@ -148,28 +158,41 @@ void PdfListWriter::setFont(const QFont &font)
     m_face = (font.styleHint() == QFont::TypeWriter ? 2 : 0) + (font.bold() ? 1 : 0);
     m_size = font.pixelSize() > 0 ? font.pixelSize() : qRound(font.pointSizeF() * 20);
     Face &face = m_faces[size_t(m_face)];
-    if (face.used)
+    if (face.metrics)
         return;
-    face.used = true;
     QFont unit = font;
     unit.setPixelSize(1000);
-    const QFontMetricsF metrics(unit);
+    face.metrics.emplace(unit);
     for (int code = 32; code < 256; ++code)
         if (!charOf(code).isNull())
-            face.widths[size_t(code)] = metrics.horizontalAdvance(charOf(code));
+            face.widths[size_t(code)] = qRound(face.metrics->horizontalAdvance(charOf(code)));
+    face.kerns.assign(256 * 256, kUnknown);
+}
+
+int PdfListWriter::kern(Face &face, int left, int right)
+{
+    qint16 &known = face.kerns[size_t(left * 256 + right)];
+    if (known == kUnknown) {
+        const QChar pair[2] = {charOf(left), charOf(right)};
+        known = qint16(qRound(face.metrics->horizontalAdvance(QString(pair, 2))) - face.widths[size_t(left)] -
+                       face.widths[size_t(right)]);
+    }
+    return known;
 }
 
 void PdfListWriter::setColour(const QColor &colour) { m_colour = colour; }
 
 qreal PdfListWriter::advance(const QString &text)
 {
-    const auto &widths = m_faces[size_t(m_face)].widths;
-    qreal sum = 0;
+    Face &face = m_faces[size_t(m_face)];
+    qint64 sum = 0;
+    int previous = -1;
     for (const QChar c : text) {
-        const int code = codeOf(c);
-        sum += widths[size_t(code < 0 ? '?' : code)];
+        const int code = printedCode(c);
+        sum += face.widths[size_t(code)] + (previous < 0 ? 0 : kern(face, previous, code));
+        previous = code;
     }
-    return sum * m_size / 1000;
+    return qreal(sum) * m_size / 1000;
 }
 
 void PdfListWriter::put(qreal value)
@@ -192,13 +215,10 @@ void PdfListWriter::endText()
     m_inText = false;
 }
 
-void PdfListWriter::putText(qreal x, qreal baseline, const QString &text)
+// The font and colour live outside text objects and survive a clip's save and restore when
+// set before it.
+void PdfListWriter::putState()
 {
-    if (!m_inText) {
-        m_content += "BT\n";
-        m_inText = true;
-        m_lineX = m_lineY = 0;
-    }
     if (m_face != m_setFace || m_size != m_setSize) {
         m_content += "/F" + number(m_face) + ' ' + number(m_size) + " Tf\n";
         m_setFace = m_face;
@@ -209,28 +229,37 @@ void PdfListWriter::putText(qreal x, qreal baseline, const QString &text)
         m_setColour = m_colour.rgb();
         m_colourSet = true;
     }
+}
+
+void PdfListWriter::putText(qreal x, qreal baseline, const QString &text)
+{
+    putState();
+    if (!m_inText) {
+        m_content += "BT\n";
+        m_inText = true;
+        m_lineX = m_lineY = 0;
+    }
     const qint64 x0 = qRound64(x), y0 = qRound64(m_height - baseline);
     put(qreal(x0 - m_lineX));
     put(qreal(y0 - m_lineY));
     m_lineX = x0;
     m_lineY = y0;
-    m_content += "Td (";
-    m_content += encoded(text);
-    m_content += ") Tj\n";
-}
-
-QByteArray PdfListWriter::encoded(const QString &text) const
-{
-    QByteArray bytes;
-    bytes.reserve(text.size() + 4);
+    m_content += "Td [(";
+    Face &face = m_faces[size_t(m_face)];
+    int previous = -1;
     for (const QChar c : text) {
-        const int code = codeOf(c);
-        const char byte = char(code < 0 ? '?' : code);
-        if (byte == '(' || byte == ')' || byte == '\\')
-            bytes += '\\';
-        bytes += byte;
+        const int code = printedCode(c);
+        if (const int k = previous < 0 ? 0 : kern(face, previous, code)) {
+            m_content += ") ";
+            m_content += number(-k);
+            m_content += " (";
+        }
+        if (code == '(' || code == ')' || code == '\\')
+            m_content += '\\';
+        m_content += char(code);
+        previous = code;
     }
-    return bytes;
+    m_content += ")] TJ\n";
 }
 
 void PdfListWriter::text(qreal x, qreal baseline, const QString &text) { putText(x, baseline, text); }
@@ -238,6 +267,7 @@ void PdfListWriter::text(qreal x, qreal baseline, const QString &text) { putText
 void PdfListWriter::textClipped(const QRectF &clip, qreal x, qreal baseline, const QString &text)
 {
     endText();
+    putState();
     m_content += "q ";
     put(clip.x());
     putY(clip.bottom());
@@ -247,9 +277,6 @@ void PdfListWriter::textClipped(const QRectF &clip, qreal x, qreal baseline, con
     putText(x, baseline, text);
     endText();
     m_content += "Q\n";
-    // What was set inside is undone by the restore.
-    m_setFace = m_setSize = -1;
-    m_colourSet = false;
 }
 
 void PdfListWriter::fill(const QRectF &rect, const QColor &colour)

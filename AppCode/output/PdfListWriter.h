@@ -5,6 +5,7 @@
 #include <QStringView>
 
 #include <array>
+#include <optional>
 #include <vector>
 
 class QIODevice;
@@ -39,9 +40,11 @@ public:
 
 private:
     static constexpr int kFaces = 4; // sans, sans bold, mono, mono bold
+    // Widths and kerning in thousandths of the size, by code, as the screen font shapes them.
     struct Face {
-        bool used = false;
-        std::array<qreal, 256> widths{}; // in thousandths of the size, by code
+        std::optional<QFontMetricsF> metrics; // of the face at a size of 1000
+        std::array<int, 256> widths{};
+        std::vector<qint16> kerns; // by pair of codes, read when first met
     };
 
     int startObject(int number);
@@ -51,7 +54,8 @@ private:
     void putText(qreal x, qreal baseline, const QString &text);
     void put(qreal value);
     void putY(qreal y) { put(m_height - y); }
-    QByteArray encoded(const QString &text) const;
+    void putState();
+    int kern(Face &face, int left, int right);
 
     QIODevice &m_device;
     int m_width;
