@@ -218,6 +218,50 @@ TEST_F(PrintPreview, ExportHoldsTheVisibleCellsAndOddCellsPrint)
     EXPECT_FALSE(QFile::exists(missing));
 }
 
+// The right edge of each word of page 1 that matches `pattern`, in points.
+QList<double> rightEdges(const QString &file, const QString &pattern)
+{
+    const QRegularExpression word(QStringLiteral("xMax=\"([0-9.]+)\"[^>]*>(") + pattern + QStringLiteral(")</word>"));
+    QList<double> edges;
+    const QString boxes = run(QStringLiteral("pdftotext"), {QStringLiteral("-bbox"), QStringLiteral("-l"), QStringLiteral("1"), file,
+                                                            QStringLiteral("-")});
+    for (auto it = word.globalMatch(boxes); it.hasNext();)
+        edges << it.next().captured(1).toDouble();
+    return edges;
+}
+
+TEST_F(PrintPreview, LatinListsUseTheStandardFacesAndOtherLettersEmbedAFont)
+{
+    fill(12);
+    grid.setTextMatrix(1, 1, QStringLiteral("Sauce (hot) \\ 5€ Crème"));
+    grid.setTextMatrix(2, 1, QStringLiteral("Tab\there"));
+    frmSMPRNT_PREVIEW latin;
+    render(latin);
+    const QString file = db.file(QStringLiteral("latin.pdf"));
+    saveAs(latin, file);
+    const QString fonts = run(QStringLiteral("pdffonts"), {file});
+    EXPECT_TRUE(fonts.contains(QStringLiteral("Helvetica"))) << fonts.toStdString();
+    const QString text = pdfPage(file, 1);
+    EXPECT_TRUE(text.contains(QStringLiteral("Sauce (hot) \\ 5€ Crème"))) << text.toStdString();
+    EXPECT_TRUE(text.contains(QStringLiteral("Tab here")));
+    // Prices are right-aligned: "1.25" and "12.25" end where their column ends.
+    const QList<double> edges = rightEdges(file, QStringLiteral("[0-9]+\\.25"));
+    ASSERT_EQ(edges.size(), 12);
+    for (double edge : edges)
+        EXPECT_NEAR(edge, edges.front(), 0.5);
+
+    grid.setTextMatrix(3, 1, QStringLiteral("Łódź Pierogi"));
+    frmSMPRNT_PREVIEW other;
+    render(other);
+    const QString otherFile = db.file(QStringLiteral("other.pdf"));
+    saveAs(other, otherFile);
+    EXPECT_FALSE(run(QStringLiteral("pdffonts"), {otherFile}).contains(QStringLiteral("Helvetica")));
+    const QString otherText = pdfPage(otherFile, 1);
+    EXPECT_TRUE(otherText.contains(QStringLiteral("Łódź Pierogi")));
+    EXPECT_TRUE(otherText.contains(QStringLiteral("Sauce (hot) \\ 5€ Crème")));
+    EXPECT_EQ(pdfInfo(otherFile, "Pages"), pdfInfo(file, "Pages"));
+}
+
 TEST_F(PrintPreview, KeysMovePagesZoomFollowsTheBoxAndFindFramesHits)
 {
     fill(200);
