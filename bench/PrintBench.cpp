@@ -99,6 +99,6 @@ void BM_AllItemsList_PdfGeneral(benchmark::State &state) { printList(state, true
 
 } // namespace
 
-BENCHMARK(BM_AllItemsList_Csv)->Unit(benchmark::kMillisecond)->Iterations(1);
-BENCHMARK(BM_AllItemsList_Pdf)->Unit(benchmark::kMillisecond)->Iterations(1);
-BENCHMARK(BM_AllItemsList_PdfGeneral)->Unit(benchmark::kMillisecond)->Iterations(1);
+BENCHMARK(BM_AllItemsList_Csv)->Unit(benchmark::kMillisecond)->Iterations(1)->MeasureProcessCPUTime();
+BENCHMARK(BM_AllItemsList_Pdf)->Unit(benchmark::kMillisecond)->Iterations(1)->MeasureProcessCPUTime();
+BENCHMARK(BM_AllItemsList_PdfGeneral)->Unit(benchmark::kMillisecond)->Iterations(1)->MeasureProcessCPUTime();

@@ -5,6 +5,7 @@
 #include <QStringView>
 
 #include <array>
+#include <future>
 #include <optional>
 #include <vector>
 
@@ -54,6 +55,7 @@ private:
     void putText(qreal x, qreal baseline, const QString &text);
     void put(qreal value);
     void putY(qreal y) { put(m_height - y); }
+    void writePage(const QByteArray &packed);
     void putState();
     int kern(Face &face, int left, int right);
 
@@ -67,6 +69,8 @@ private:
     std::array<Face, kFaces> m_faces;
 
     QByteArray m_content; // the current page's
+    // The page before, being deflated while this one is drawn.
+    std::future<QByteArray> m_packing;
     int m_face = 0;
     int m_size = 0;
     QColor m_colour = Qt::black;

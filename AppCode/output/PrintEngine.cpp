@@ -170,8 +170,9 @@ void PrintEngine::drawHead(PrintCanvas &canvas, const PrintTable &table, const S
     }
 }
 
-// A body row: each cell on one line; only a text too wide for its cell is clipped, and a
-// left-aligned one that surely fits is not measured.
+// A body row: each cell on one line. A text may run into its cell's margin; only one that
+// would cross the rule is clipped, at the rule. A left-aligned one that surely fits is not
+// measured.
 void PrintEngine::drawLine(PrintCanvas &canvas, const QFontMetricsF &metrics, const PrintTable &table,
                            const QStringList &cells, int y, int height) const
 {
@@ -187,8 +188,8 @@ void PrintEngine::drawLine(PrintCanvas &canvas, const QFontMetricsF &metrics, co
             const bool left = column.align != QLatin1Char('^') && column.align != QLatin1Char('>');
             const qreal advance = left && text.size() * widest <= inner ? 0 : canvas.advance(text);
             const qreal start = x + kPadding;
-            if (advance > inner)
-                canvas.textClipped(QRectF(start, y, inner, height), start, baseline, text);
+            if (advance > inner + kPadding)
+                canvas.textClipped(QRectF(x, y, column.width, height), start, baseline, text);
             else
                 canvas.text(alignedStart(column.align, start, inner, advance), baseline, text);
         }
