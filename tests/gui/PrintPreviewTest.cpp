@@ -12,6 +12,7 @@
 #include "support/SmtpServer.h"
 #include "support/TestDatabase.h"
 
+#include <QBuffer>
 #include <QComboBox>
 #include <QDir>
 #include <QFile>
@@ -260,6 +261,29 @@ TEST_F(PrintPreview, LatinListsUseTheStandardFacesAndOtherLettersEmbedAFont)
     EXPECT_TRUE(otherText.contains(QStringLiteral("Łódź Pierogi")));
     EXPECT_TRUE(otherText.contains(QStringLiteral("Sauce (hot) \\ 5€ Crème")));
     EXPECT_EQ(pdfInfo(otherFile, "Pages"), pdfInfo(file, "Pages"));
+}
+
+TEST_F(PrintPreview, ANarrowCaptionWrapsAndARefusedWriteIsAnError)
+{
+    fill(2);
+    grid.setColWidth(1, 9000);
+    grid.setColWidth(3, 700);
+    grid.setTextMatrix(0, 3, QStringLiteral("Sale Off"));
+    frmSMPRNT_PREVIEW preview;
+    render(preview);
+    const QString file = db.file(QStringLiteral("wrapped.pdf"));
+    saveAs(preview, file);
+    const QStringList lines = pdfPage(file, 1).split(QLatin1Char('\n'));
+    const auto line = [&](const QString &word) {
+        return std::find_if(lines.begin(), lines.end(), [&](const QString &l) { return l.contains(word); }) - lines.begin();
+    };
+    EXPECT_GT(line(QStringLiteral("Off")), line(QStringLiteral("Sale"))) << lines.join(QLatin1Char('\n')).toStdString();
+
+    QBuffer readOnly;
+    ASSERT_TRUE(readOnly.open(QIODevice::ReadOnly));
+    QString error;
+    EXPECT_FALSE(preview.engine().writePdf(readOnly, error));
+    EXPECT_FALSE(error.isEmpty());
 }
 
 TEST_F(PrintPreview, KeysMovePagesZoomFollowsTheBoxAndFindFramesHits)
