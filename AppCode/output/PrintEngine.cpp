@@ -1,5 +1,8 @@
 #include "output/PrintEngine.h"
 
+#include "output/PdfListWriter.h"
+#include "output/PrintCanvas.h"
+
 #include <QFontMetricsF>
 #include <QPageLayout>
 #include <QPageSize>
@@ -8,6 +11,7 @@
 #include <QPrinter>
 #include <QSaveFile>
 
+#include <algorithm>
 #include <cmath>
 
 namespace qln {
@@ -21,16 +25,21 @@ const QColor kFrameColour(200, 0, 0);    // 200 in the platform's BGR order
 const QColor kRepeatColour(0, 0, 255);   // 0xFF0000 in the platform's BGR order
 const QColor kHeadRowShade(224, 224, 224);
 
-Qt::Alignment alignmentOf(QChar sign)
+// The baseline of a line of `metrics` centred in a band from y of `height`.
+qreal centredBaseline(const QFontMetricsF &metrics, qreal y, qreal height)
 {
-    if (sign == QLatin1Char('^'))
-        return Qt::AlignHCenter;
-    if (sign == QLatin1Char('>'))
-        return Qt::AlignRight;
-    return Qt::AlignLeft;
+    return y + (height - metrics.height()) / 2 + metrics.ascent();
 }
 
-int textFlags(Qt::Alignment alignment) { return int(alignment | Qt::AlignVCenter) | int(Qt::TextSingleLine); }
+// Where a text of `advance` starts in a box from x of `width`.
+qreal alignedStart(QChar sign, qreal x, qreal width, qreal advance)
+{
+    if (sign == QLatin1Char('^'))
+        return x + (width - advance) / 2;
+    if (sign == QLatin1Char('>'))
+        return x + width - advance;
+    return x;
+}
 
 // Painter units of twips on any device.
 void scaleToTwips(QPainter &painter, const QPaintDevice &device)
@@ -59,28 +68,41 @@ void PrintEngine::setLandscape(bool landscape)
 void PrintEngine::addTable(PrintTable table, int points, bool fixedPitch)
 {
     Style body = style(points, fixedPitch);
-    body.headHeight = headHeight(table, body);
+    wrapHead(table, body);
     m_tables.push_back(std::move(table));
     m_styles.push_back(body);
     m_paged = false;
 }
 
-// Captions wider than their column go on over more lines rather than be cut.
-int PrintEngine::headHeight(const PrintTable &table, const Style &style)
+// Captions wider than their column go on over more lines rather than be cut; a word wider
+// than the column stands on a line of its own.
+void PrintEngine::wrapHead(const PrintTable &table, Style &style)
 {
     QFont bold = style.font;
     bold.setBold(true);
     const QFontMetricsF metrics(bold);
-    qreal lines = 1;
+    qsizetype lines = 1;
     const auto &columns = table.columns();
     for (qsizetype i = 0; i < table.head().size() && i < qsizetype(columns.size()); ++i) {
         const qreal width = columns[size_t(i)].width - 2 * kPadding;
-        if (width <= 0)
-            continue;
-        const QRectF bounds = metrics.boundingRect(QRectF(0, 0, width, 1e6), int(Qt::TextWordWrap), table.head()[i]);
-        lines = std::max(lines, std::ceil(bounds.height() / metrics.lineSpacing()));
+        QStringList wrapped;
+        QString line;
+        for (const QString &word : table.head()[i].simplified().split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
+            const QString longer = line.isEmpty() ? word : line + QLatin1Char(' ') + word;
+            if (!line.isEmpty() && metrics.horizontalAdvance(longer) > width) {
+                wrapped << line;
+                line = word;
+            } else {
+                line = longer;
+            }
+        }
+        if (!line.isEmpty())
+            wrapped << line;
+        if (width > 0)
+            lines = std::max(lines, wrapped.size());
+        style.captions.push_back(wrapped);
     }
-    return style.rowHeight + int((lines - 1) * metrics.lineSpacing());
+    style.headHeight = style.rowHeight + int(qreal(lines - 1) * metrics.lineSpacing());
 }
 
 PrintEngine::Style PrintEngine::style(int points, bool fixedPitch, bool bold) const
@@ -89,7 +111,7 @@ PrintEngine::Style PrintEngine::style(int points, bool fixedPitch, bool bold) co
     font.setStyleHint(fixedPitch ? QFont::TypeWriter : QFont::SansSerif);
     font.setPixelSize(points * 20);
     font.setBold(bold);
-    return {font, int(QFontMetricsF(font).height()) + 2 * (kPadding / 2)};
+    return {font, int(QFontMetricsF(font).height()) + 2 * (kPadding / 2), 0, {}};
 }
 
 const std::vector<PrintPage> &PrintEngine::pages() const
@@ -112,37 +134,49 @@ int PrintEngine::tableTop() const
 
 int PrintEngine::pageCount() const { return m_tables.empty() ? 0 : int(pages().size()); }
 
-void PrintEngine::drawParts(QPainter &painter, const QString &text, int y, int page) const
+void PrintEngine::drawParts(PrintCanvas &canvas, const QString &text, int y, int page) const
 {
     const QStringList parts = QString(text).replace(QStringLiteral("%d"), QString::number(page + 1)).split(QLatin1Char('|'));
-    const Qt::Alignment aligns[3] = {Qt::AlignLeft, Qt::AlignHCenter, Qt::AlignRight};
+    const QChar aligns[3] = {QLatin1Char('<'), QLatin1Char('^'), QLatin1Char('>')};
     const Style s = style(kHeadPoints);
-    painter.setFont(s.font);
-    const QRectF line(kMarginSide, y, availableWidth(), s.rowHeight);
+    canvas.setFont(s.font);
+    const qreal baseline = centredBaseline(QFontMetricsF(s.font), y, s.rowHeight);
     for (int i = 0; i < 3 && i < parts.size(); ++i)
-        painter.drawText(line, textFlags(aligns[i]), parts[i]);
+        if (!parts[i].isEmpty())
+            canvas.text(alignedStart(aligns[i], kMarginSide, availableWidth(), canvas.advance(parts[i])), baseline, parts[i]);
 }
 
-void PrintEngine::drawHead(QPainter &painter, const PrintTable &table, int y, int height) const
+void PrintEngine::drawHead(PrintCanvas &canvas, const PrintTable &table, const Style &style, int y) const
 {
-    const QStringList &cells = table.head();
+    QFont bold = style.font;
+    bold.setBold(true);
+    canvas.setFont(bold);
+    const QFontMetricsF metrics(bold);
     int x = kMarginSide;
     const auto &columns = table.columns();
     for (size_t i = 0; i < columns.size(); ++i) {
         const int width = columns[i].width;
-        if (width > 2 * kPadding && !cells.value(qsizetype(i)).isEmpty())
-            painter.drawText(QRectF(x + kPadding, y, width - 2 * kPadding, height),
-                             int(alignmentOf(columns[i].align) | Qt::AlignVCenter) | int(Qt::TextWordWrap), cells[qsizetype(i)]);
+        const QStringList lines = i < style.captions.size() ? style.captions[i] : QStringList();
+        if (width > 2 * kPadding && !lines.isEmpty()) {
+            const qreal block = metrics.height() + qreal(lines.size() - 1) * metrics.lineSpacing();
+            qreal baseline = centredBaseline(metrics, y + (style.headHeight - block) / 2, metrics.height());
+            for (const QString &line : lines) {
+                const qreal inner = width - 2 * kPadding;
+                canvas.text(alignedStart(columns[i].align, x + kPadding, inner, canvas.advance(line)), baseline, line);
+                baseline += metrics.lineSpacing();
+            }
+        }
         x += width;
     }
 }
 
-// A body row: each cell on one line, placed by hand, since the general text layout costs
-// more than the drawing; only a text too wide for its cell is clipped.
-void PrintEngine::drawLine(QPainter &painter, const QFontMetricsF &metrics, const PrintTable &table,
+// A body row: each cell on one line. A text may run into its cell's margin; only one that
+// would cross the rule is clipped, at the rule. A left-aligned one that surely fits is not
+// measured.
+void PrintEngine::drawLine(PrintCanvas &canvas, const QFontMetricsF &metrics, const PrintTable &table,
                            const QStringList &cells, int y, int height) const
 {
-    const qreal baseline = y + (height - metrics.height()) / 2 + metrics.ascent();
+    const qreal baseline = centredBaseline(metrics, y, height);
     const qreal widest = metrics.maxWidth();
     int x = kMarginSide;
     const auto &columns = table.columns();
@@ -152,20 +186,12 @@ void PrintEngine::drawLine(QPainter &painter, const QFontMetricsF &metrics, cons
         const qreal inner = column.width - 2 * kPadding;
         if (inner > 0 && !text.isEmpty()) {
             const bool left = column.align != QLatin1Char('^') && column.align != QLatin1Char('>');
-            const qreal advance = left && text.size() * widest <= inner ? 0 : metrics.horizontalAdvance(text);
-            qreal start = x + kPadding;
-            if (advance > inner) {
-                painter.save();
-                painter.setClipRect(QRectF(start, y, inner, height));
-                painter.drawText(QPointF(start, baseline), text);
-                painter.restore();
-            } else {
-                if (column.align == QLatin1Char('^'))
-                    start += (inner - advance) / 2;
-                else if (column.align == QLatin1Char('>'))
-                    start += inner - advance;
-                painter.drawText(QPointF(start, baseline), text);
-            }
+            const qreal advance = left && text.size() * widest <= inner ? 0 : canvas.advance(text);
+            const qreal start = x + kPadding;
+            if (advance > inner + kPadding)
+                canvas.textClipped(QRectF(x, y, column.width, height), start, baseline, text);
+            else
+                canvas.text(alignedStart(column.align, start, inner, advance), baseline, text);
         }
         x += column.width;
     }
@@ -173,62 +199,60 @@ void PrintEngine::drawLine(QPainter &painter, const QFontMetricsF &metrics, cons
 
 void PrintEngine::renderPage(QPainter &painter, int index, const std::optional<PrintHit> &hit) const
 {
+    PainterCanvas canvas(painter);
+    renderPage(canvas, index, hit);
+}
+
+void PrintEngine::renderPage(PrintCanvas &canvas, int index, const std::optional<PrintHit> &hit) const
+{
     if (index < 0 || index >= pageCount())
         return;
     const PrintPage &page = pages()[size_t(index)];
     const PrintTable &table = m_tables[size_t(page.table)];
     const Style &body = m_styles[size_t(page.table)];
-    painter.save();
-    painter.setPen(Qt::black);
-    drawParts(painter, m_header, kMarginTop - style(kHeadPoints).rowHeight * 2, index);
-    drawParts(painter, m_footer, pageHeight() - kMarginBottom + style(kHeadPoints).rowHeight, index);
+    canvas.setColour(Qt::black);
+    drawParts(canvas, m_header, kMarginTop - style(kHeadPoints).rowHeight * 2, index);
+    drawParts(canvas, m_footer, pageHeight() - kMarginBottom + style(kHeadPoints).rowHeight, index);
 
     // The head lines open the list; on later pages they come again in the repeat colour.
     const Style head = style(kBodyPoints, false, true);
+    const QFontMetricsF headMetrics(head.font);
+    const int lineHeight = style(kBodyPoints).rowHeight;
     int y = kMarginTop;
-    painter.setFont(head.font);
-    painter.setPen(index > 0 ? kRepeatColour : QColor(Qt::black));
+    canvas.setFont(head.font);
+    canvas.setColour(index > 0 ? kRepeatColour : QColor(Qt::black));
     for (const QString &line : m_headLines) {
-        painter.drawText(QRectF(kMarginSide, y, availableWidth(), head.rowHeight),
-                         textFlags(Qt::AlignLeft), line);
-        y += style(kBodyPoints).rowHeight;
+        canvas.text(kMarginSide, centredBaseline(headMetrics, y, head.rowHeight), line);
+        y += lineHeight;
     }
-    painter.setPen(Qt::black);
+    canvas.setColour(Qt::black);
 
     const int top = y;
     const int width = table.width();
     if (!table.head().isEmpty()) {
-        painter.fillRect(QRectF(kMarginSide, y, width, body.headHeight), kHeadRowShade);
-        QFont bold = body.font;
-        bold.setBold(true);
-        painter.setFont(bold);
-        drawHead(painter, table, y, body.headHeight);
+        canvas.fill(QRectF(kMarginSide, y, width, body.headHeight), kHeadRowShade);
+        drawHead(canvas, table, body, y);
         y += body.headHeight;
     }
     const int bodyTop = y;
-    painter.setFont(body.font);
-    const QFontMetricsF metrics(body.font, painter.device());
+    canvas.setFont(body.font);
+    const QFontMetricsF metrics(body.font);
     for (int row = page.firstRow; row < page.firstRow + page.rowCount; ++row, y += body.rowHeight)
-        drawLine(painter, metrics, table, table.row(row), y, body.rowHeight);
+        drawLine(canvas, metrics, table, table.row(row), y, body.rowHeight);
 
     if (m_lines && y > top) {
-        painter.setPen(QPen(Qt::black, 0));
-        painter.drawLine(kMarginSide, top, kMarginSide + width, top);
+        canvas.line(kMarginSide, top, kMarginSide + width, top);
         for (int line = bodyTop; line <= y; line += body.rowHeight)
-            painter.drawLine(kMarginSide, line, kMarginSide + width, line);
+            canvas.line(kMarginSide, line, kMarginSide + width, line);
         int x = kMarginSide;
-        painter.drawLine(x, top, x, y);
+        canvas.line(x, top, x, y);
         for (const PrintColumn &column : table.columns()) {
             x += column.width;
-            painter.drawLine(x, top, x, y);
+            canvas.line(x, top, x, y);
         }
     }
-    if (hit && hit->page == index) {
-        painter.setPen(QPen(kFrameColour, kFrameWidth));
-        painter.setBrush(Qt::NoBrush);
-        painter.drawRect(hitRect(*hit));
-    }
-    painter.restore();
+    if (hit && hit->page == index)
+        canvas.frame(hitRect(*hit), kFrameColour, kFrameWidth);
 }
 
 QRectF PrintEngine::hitRect(const PrintHit &hit) const
@@ -246,12 +270,7 @@ QRectF PrintEngine::hitRect(const PrintHit &hit) const
     const QFontMetricsF metrics(body.font);
     const qreal inner = column.width - 2 * kPadding;
     const qreal full = metrics.horizontalAdvance(cell);
-    qreal start = x + kPadding;
-    if (column.align == QLatin1Char('^'))
-        start += (inner - full) / 2;
-    else if (column.align == QLatin1Char('>'))
-        start += inner - full;
-    start += metrics.horizontalAdvance(cell.left(hit.at));
+    const qreal start = alignedStart(column.align, x + kPadding, inner, full) + metrics.horizontalAdvance(cell.left(hit.at));
     return QRectF(start - kPadding / 2, y, metrics.horizontalAdvance(cell.mid(hit.at, hit.length)) + kPadding, body.rowHeight);
 }
 
@@ -260,8 +279,40 @@ std::optional<PrintHit> PrintEngine::find(const QString &text, int fromPage, con
     return gfPrint_Find(m_tables, pages(), text, fromPage, after);
 }
 
+bool PrintEngine::plainText() const
+{
+    const auto plain = [](const QString &text) { return PdfListWriter::encodable(text); };
+    if (!plain(m_header) || !plain(m_footer) || !std::all_of(m_headLines.begin(), m_headLines.end(), plain))
+        return false;
+    return std::all_of(m_tables.begin(), m_tables.end(), [&](const PrintTable &table) {
+        return plain(table.body()) && std::all_of(table.head().begin(), table.head().end(), plain);
+    });
+}
+
+bool PrintEngine::writeOwnPdf(QIODevice &device, QString &error, const PageTick &tick) const
+{
+    PdfListWriter writer(device, pageWidth(), pageHeight());
+    const int count = pageCount();
+    for (int page = 0; page < count; ++page) {
+        writer.beginPage();
+        renderPage(writer, page, std::nullopt);
+        writer.endPage();
+        if (tick)
+            tick(page + 1, count);
+    }
+    if (!writer.finish()) {
+        error = device.errorString();
+        return false;
+    }
+    return true;
+}
+
+// Our own writer carries lists in the Latin-1 code page; a list with other letters goes
+// through the general writer, which embeds the fonts that have them.
 bool PrintEngine::writePdf(QIODevice &device, QString &error, const PageTick &tick) const
 {
+    if (plainText())
+        return writeOwnPdf(device, error, tick);
     QPdfWriter writer(&device);
     writer.setResolution(1440);
     writer.setCreator(QStringLiteral("Quillon"));

@@ -17,6 +17,8 @@ class QPrinter;
 
 namespace qln {
 
+class PrintCanvas;
+
 // A paged list: header and footer of three parts split at "|" ("%d" the page number), head
 // lines, and tables, each starting on a new page. Pages are laid out by arithmetic and drawn
 // on demand, so a long list costs its text and a few numbers a page. Every length is in
@@ -63,15 +65,20 @@ private:
     struct Style {
         QFont font;
         int rowHeight = 0;
-        int headHeight = 0; // the header row's, whose captions wrap
+        int headHeight = 0;               // the header row's, whose captions wrap
+        std::vector<QStringList> captions; // the header row's, in their lines
     };
     const std::vector<PrintPage> &pages() const;
     Style style(int points, bool fixedPitch = false, bool bold = false) const;
-    void drawParts(QPainter &painter, const QString &text, int y, int page) const;
-    void drawHead(QPainter &painter, const PrintTable &table, int y, int height) const;
-    void drawLine(QPainter &painter, const QFontMetricsF &metrics, const PrintTable &table, const QStringList &cells,
+    void renderPage(PrintCanvas &canvas, int index, const std::optional<PrintHit> &hit) const;
+    void drawParts(PrintCanvas &canvas, const QString &text, int y, int page) const;
+    void drawHead(PrintCanvas &canvas, const PrintTable &table, const Style &style, int y) const;
+    void drawLine(PrintCanvas &canvas, const QFontMetricsF &metrics, const PrintTable &table, const QStringList &cells,
                   int y, int height) const;
-    static int headHeight(const PrintTable &table, const Style &style);
+    static void wrapHead(const PrintTable &table, Style &style);
+    // Whether our own PDF writer can carry every text of the document.
+    bool plainText() const;
+    bool writeOwnPdf(QIODevice &device, QString &error, const PageTick &tick) const;
     QRectF hitRect(const PrintHit &hit) const;
     int tableTop() const;
 

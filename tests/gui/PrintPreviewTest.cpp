@@ -12,6 +12,7 @@
 #include "support/SmtpServer.h"
 #include "support/TestDatabase.h"
 
+#include <QBuffer>
 #include <QComboBox>
 #include <QDir>
 #include <QFile>
@@ -216,6 +217,73 @@ TEST_F(PrintPreview, ExportHoldsTheVisibleCellsAndOddCellsPrint)
     ASSERT_EQ(boxes.shown().size(), 1);
     EXPECT_TRUE(boxes.texts().value(0).startsWith(QStringLiteral("Unable to save ") + missing));
     EXPECT_FALSE(QFile::exists(missing));
+}
+
+// The right edge of each word of page 1 that matches `pattern`, in points.
+QList<double> rightEdges(const QString &file, const QString &pattern)
+{
+    const QRegularExpression word(QStringLiteral("xMax=\"([0-9.]+)\"[^>]*>(") + pattern + QStringLiteral(")</word>"));
+    QList<double> edges;
+    const QString boxes = run(QStringLiteral("pdftotext"), {QStringLiteral("-bbox"), QStringLiteral("-l"), QStringLiteral("1"), file,
+                                                            QStringLiteral("-")});
+    for (auto it = word.globalMatch(boxes); it.hasNext();)
+        edges << it.next().captured(1).toDouble();
+    return edges;
+}
+
+TEST_F(PrintPreview, LatinListsUseTheStandardFacesAndOtherLettersEmbedAFont)
+{
+    fill(12);
+    grid.setTextMatrix(1, 1, QStringLiteral("Sauce (hot) \\ 5€ Crème"));
+    grid.setTextMatrix(2, 1, QStringLiteral("Tab\there"));
+    frmSMPRNT_PREVIEW latin;
+    render(latin);
+    const QString file = db.file(QStringLiteral("latin.pdf"));
+    saveAs(latin, file);
+    const QString fonts = run(QStringLiteral("pdffonts"), {file});
+    EXPECT_TRUE(fonts.contains(QStringLiteral("Helvetica"))) << fonts.toStdString();
+    const QString text = pdfPage(file, 1);
+    EXPECT_TRUE(text.contains(QStringLiteral("Sauce (hot) \\ 5€ Crème"))) << text.toStdString();
+    EXPECT_TRUE(text.contains(QStringLiteral("Tab here")));
+    // Prices are right-aligned: "1.25" and "12.25" end where their column ends.
+    const QList<double> edges = rightEdges(file, QStringLiteral("[0-9]+\\.25"));
+    ASSERT_EQ(edges.size(), 12);
+    for (double edge : edges)
+        EXPECT_NEAR(edge, edges.front(), 0.5);
+
+    grid.setTextMatrix(3, 1, QStringLiteral("Łódź Pierogi"));
+    frmSMPRNT_PREVIEW other;
+    render(other);
+    const QString otherFile = db.file(QStringLiteral("other.pdf"));
+    saveAs(other, otherFile);
+    EXPECT_FALSE(run(QStringLiteral("pdffonts"), {otherFile}).contains(QStringLiteral("Helvetica")));
+    const QString otherText = pdfPage(otherFile, 1);
+    EXPECT_TRUE(otherText.contains(QStringLiteral("Łódź Pierogi")));
+    EXPECT_TRUE(otherText.contains(QStringLiteral("Sauce (hot) \\ 5€ Crème")));
+    EXPECT_EQ(pdfInfo(otherFile, "Pages"), pdfInfo(file, "Pages"));
+}
+
+TEST_F(PrintPreview, ANarrowCaptionWrapsAndARefusedWriteIsAnError)
+{
+    fill(2);
+    grid.setColWidth(1, 9000);
+    grid.setColWidth(3, 700);
+    grid.setTextMatrix(0, 3, QStringLiteral("Sale Off"));
+    frmSMPRNT_PREVIEW preview;
+    render(preview);
+    const QString file = db.file(QStringLiteral("wrapped.pdf"));
+    saveAs(preview, file);
+    const QStringList lines = pdfPage(file, 1).split(QLatin1Char('\n'));
+    const auto line = [&](const QString &word) {
+        return std::find_if(lines.begin(), lines.end(), [&](const QString &l) { return l.contains(word); }) - lines.begin();
+    };
+    EXPECT_GT(line(QStringLiteral("Off")), line(QStringLiteral("Sale"))) << lines.join(QLatin1Char('\n')).toStdString();
+
+    QBuffer readOnly;
+    ASSERT_TRUE(readOnly.open(QIODevice::ReadOnly));
+    QString error;
+    EXPECT_FALSE(preview.engine().writePdf(readOnly, error));
+    EXPECT_FALSE(error.isEmpty());
 }
 
 TEST_F(PrintPreview, KeysMovePagesZoomFollowsTheBoxAndFindFramesHits)
