@@ -1,12 +1,12 @@
 #include "promo/FrmEdit_GroupPromo.h"
 
-#include "common/Calendar.h"
 #include "common/FocusSelect.h"
 #include "common/FormControls.h"
 #include "common/FormKeys.h"
 #include "common/FormLook.h"
 #include "common/ProcessState.h"
 #include "platform/Messages.h"
+#include "promo/PromoEditor.h"
 #include "promo/PromoGroups.h"
 #include "promo/PromoList.h"
 #include "promo/PromoPricing.h"
@@ -40,10 +40,7 @@ FrmEdit_GroupPromo::FrmEdit_GroupPromo(const QString &sGroupName, QWidget *paren
         Option1[i]->setObjectName(QStringLiteral("Option1(%1)").arg(i));
         connect(Option1[i], &QRadioButton::clicked, this, [this, i] { mpOption_choose(i); });
     }
-    cmdAcceptCancel[0] = gfCommand_button(this, QStringLiteral("cmdAcceptCancel(0)"), QStringLiteral("F10 Accept"));
-    cmdAcceptCancel[1] = gfCommand_button(this, QStringLiteral("cmdAcceptCancel(1)"), QStringLiteral("Esc Cancel"));
-    cmdCalendar = gfCommand_button(this, QStringLiteral("cmdCalendar"), QStringLiteral("F2  Calendar"));
-    cmdHelp = gfCommand_button(this, QStringLiteral("cmdHelp"), QStringLiteral("F1 Help"));
+    QHBoxLayout *buttons = gfPromoEditor_buttons(this, cmdAcceptCancel, cmdCalendar, cmdHelp);
     connect(cmdAcceptCancel[0], &QPushButton::clicked, this, [this] { cmdAccept_Click(); });
     connect(cmdAcceptCancel[1], &QPushButton::clicked, this, [this] {
         Changed = false;
@@ -55,17 +52,16 @@ FrmEdit_GroupPromo::FrmEdit_GroupPromo(const QString &sGroupName, QWidget *paren
     auto *grid = new QGridLayout(this);
     grid->addWidget(lblEdit[0], 0, 0);
     grid->addWidget(lblEdit[1], 0, 1, 1, 2);
-    grid->addWidget(gfForm_label(this, QStringLiteral("lblEdit(2)"), QStringLiteral("Starting Date")), 1, 0);
+    mlblDate[0] = gfForm_label(this, QStringLiteral("lblEdit(2)"), QStringLiteral("Starting Date"));
+    mlblDate[1] = gfForm_label(this, QStringLiteral("lblEdit(3)"), QStringLiteral("Ending Date"));
+    grid->addWidget(mlblDate[0], 1, 0);
     grid->addWidget(txtEdit[kStartBox], 1, 1);
-    grid->addWidget(gfForm_label(this, QStringLiteral("lblEdit(3)"), QStringLiteral("Ending Date")), 2, 0);
+    grid->addWidget(mlblDate[1], 2, 0);
     grid->addWidget(txtEdit[kEndBox], 2, 1);
     for (int i = 0; i < 3; ++i) {
         grid->addWidget(Option1[i], 3 + i, 0);
         grid->addWidget(txtEdit[kFirstAmountBox + i], 3 + i, 1);
     }
-    auto *buttons = new QHBoxLayout;
-    for (QPushButton *b : {cmdHelp, cmdCalendar, cmdAcceptCancel[0], cmdAcceptCancel[1]})
-        buttons->addWidget(b);
     grid->addLayout(buttons, 6, 0, 1, 3);
 
     // The keys of the captions work here as in every other window.
@@ -120,46 +116,39 @@ void FrmEdit_GroupPromo::cmdAccept_Click()
 {
     // Typed text is taken as it stands; what can't be a date or an amount is said once and
     // nothing is taken.
-    const std::optional<QDate> start = gfdDate_parse(txtEdit[kStartBox]->text());
-    const std::optional<QDate> end = gfdDate_parse(txtEdit[kEndBox]->text());
     for (int box : {kStartBox, kEndBox}) {
-        if (!gfdDate_parse(txtEdit[box]->text())) {
-            gfiMsgBox(QLatin1Char('\'') + txtEdit[box]->text() + QStringLiteral("' is not a date."), MsgButtons::OK,
-                      MsgIcon::Exclamation, kProgramName);
+        if (const auto fault = gfPromoEditor_date_fault(txtEdit[box]->text(), mlblDate[box - kStartBox]->text())) {
+            gfiMsgBox(fault->headline + QStringLiteral("\r\r") + fault->detail, MsgButtons::OK, MsgIcon::Exclamation,
+                      kProgramName);
             txtEdit[box]->setFocus();
             return;
         }
     }
+    const QDate start = *gfdDate_parse(txtEdit[kStartBox]->text());
+    const QDate end = *gfdDate_parse(txtEdit[kEndBox]->text());
     Changed = false;
     PromoPriceRecord taken = gGroupPromo;
     const int option = mfiOption();
     Money amount = taken.PriceChange;
     int type = taken.ChangeType;
     if (option >= 0) {
-        const QString text = txtEdit[kFirstAmountBox + option]->text();
-        const std::optional<Money> typed = Money::parse(text);
+        const std::optional<Money> typed = gfcPromoEditor_amount(txtEdit[kFirstAmountBox + option]->text());
         if (!typed) {
-            gfiMsgBox(QLatin1Char('\'') + text + QStringLiteral("' is not a valid amount."), MsgButtons::OK, MsgIcon::Exclamation,
-                      kProgramName);
             txtEdit[kFirstAmountBox + option]->setFocus();
             return;
         }
         amount = *typed;
         type = option;
     }
-    Changed = gfbGroupPromo_take(taken, *start, *end, type, amount);
+    Changed = gfbGroupPromo_take(taken, start, end, type, amount);
     gGroupPromo = taken;
     accept();
 }
 
 void FrmEdit_GroupPromo::cmdCalendar_Click()
 {
-    QDate start = gfdDate_parse(txtEdit[kStartBox]->text()).value_or(QDate());
-    QDate end = gfdDate_parse(txtEdit[kEndBox]->text()).value_or(QDate());
-    if (!gfbCalendar_get(start, end))
+    if (!gfbPromoEditor_calendar(txtEdit[kStartBox], txtEdit[kEndBox]))
         return;
-    txtEdit[kStartBox]->setText(gfsPromo_date_text(QDateTime(start, QTime(0, 0))));
-    txtEdit[kEndBox]->setText(gfsPromo_date_text(QDateTime(end, QTime(0, 0))));
     cmdAcceptCancel[0]->setEnabled(true);
     if (const int option = mfiOption(); option >= 0)
         txtEdit[kFirstAmountBox + option]->setFocus();

@@ -33,6 +33,7 @@ private:
 
     bool mbLoaded = false;
     QLabel *lblEdit[2] = {};
+    QLabel *mlblDate[2] = {};
     QLineEdit *txtEdit[6] = {};
     QRadioButton *Option1[3] = {};
     QPushButton *cmdAcceptCancel[2] = {};

@@ -1,7 +1,6 @@
 #include "promo/frmEdit_DeptPromo.h"
 
 #include "common/Buttons.h"
-#include "common/Calendar.h"
 #include "common/FocusSelect.h"
 #include "common/FormControls.h"
 #include "common/FormKeys.h"
@@ -12,6 +11,7 @@
 #include "platform/Clock.h"
 #include "platform/Help.h"
 #include "platform/Messages.h"
+#include "promo/PromoEditor.h"
 #include "promo/PromoList.h"
 #include "promo/PromoPricing.h"
 #include "promo/PromoSave.h"
@@ -59,10 +59,7 @@ frmEdit_DeptPromo::frmEdit_DeptPromo(QWidget *parent) : QDialog(parent)
         Option1[i]->setObjectName(QStringLiteral("Option1(%1)").arg(i));
         connect(Option1[i], &QRadioButton::clicked, this, [this, i] { mpOption_choose(i); });
     }
-    cmdAcceptCancel[0] = gfCommand_button(this, QStringLiteral("cmdAcceptCancel(0)"), QStringLiteral("F10 Accept"));
-    cmdAcceptCancel[1] = gfCommand_button(this, QStringLiteral("cmdAcceptCancel(1)"), QStringLiteral("Esc Cancel"));
-    cmdCalendar = gfCommand_button(this, QStringLiteral("cmdCalendar"), QStringLiteral("F2  Calendar"));
-    cmdHelp = gfCommand_button(this, QStringLiteral("cmdHelp"), QStringLiteral("F1 Help"));
+    QHBoxLayout *buttons = gfPromoEditor_buttons(this, cmdAcceptCancel, cmdCalendar, cmdHelp);
     connect(cmdAcceptCancel[0], &QPushButton::clicked, this, [this] { cmdAccept_Click(); });
     connect(cmdAcceptCancel[1], &QPushButton::clicked, this, [this] {
         Cancelled = true;
@@ -70,11 +67,7 @@ frmEdit_DeptPromo::frmEdit_DeptPromo(QWidget *parent) : QDialog(parent)
     });
     connect(cmdCalendar, &QPushButton::clicked, this, [this] { cmdCalendar_Click(); });
     connect(cmdHelp, &QPushButton::clicked, this, [] { gpHelp_guides_open(QStringLiteral("promoprices.htm")); });
-    connect(txtEdit[kStartBox], &QLineEdit::returnPressed, this, [this] { txtEdit[kEndBox]->setFocus(); });
-    connect(txtEdit[kEndBox], &QLineEdit::returnPressed, this, [this] {
-        if (cmdAcceptCancel[0]->isEnabled())
-            cmdAcceptCancel[0]->click();
-    });
+    gpPromoEditor_dates_chain(txtEdit[kStartBox], txtEdit[kEndBox], cmdAcceptCancel[0]);
     for (int i : {kMoneyBox, kPercentBox})
         connect(txtEdit[i], &QLineEdit::returnPressed, this, [this] { txtEdit[kStartBox]->setFocus(); });
 
@@ -91,9 +84,6 @@ frmEdit_DeptPromo::frmEdit_DeptPromo(QWidget *parent) : QDialog(parent)
     grid->addWidget(lblEdit[kPercentUnit], 3, 2, Qt::AlignRight);
     grid->addWidget(txtEdit[kMoneyBox], 3, 3);
     grid->addWidget(txtEdit[kPercentBox], 3, 3);
-    auto *buttons = new QHBoxLayout;
-    for (QPushButton *b : {cmdHelp, cmdCalendar, cmdAcceptCancel[0], cmdAcceptCancel[1]})
-        buttons->addWidget(b);
     grid->addLayout(buttons, 4, 0, 1, 4);
 
     gpFormKeys_install(this, cmdAcceptCancel[1]);
@@ -203,16 +193,11 @@ bool frmEdit_DeptPromo::mfbValidate()
         return false;
     };
     for (int box : {kStartBox, kEndBox})
-        if (!gfdDate_parse(txtEdit[box]->text()))
-            return fail(box, QLatin1Char('\'') + lblEdit[box + 1]->text() + QStringLiteral("' Is Not Valid"),
-                        QStringLiteral("Enter date using the 'mm-dd-yyyy' format."));
-    // The ending date carries the day of the year as well, so it always reads as the larger
-    // number: reversed dates pass, as they always have.
-    const QDate start = *gfdDate_parse(txtEdit[kStartBox]->text());
-    const QDate end = *gfdDate_parse(txtEdit[kEndBox]->text());
-    if (gflDate_YYYYYMMDD(end) < gflDate_YYYYMMDD(start))
-        return fail(kEndBox, QStringLiteral("Promo Dates Are Reversed"),
-                    QStringLiteral("The promo's starting date must be before the promo's ending date."));
+        if (const auto fault = gfPromoEditor_date_fault(txtEdit[box]->text(), lblEdit[box + 1]->text()))
+            return fail(box, fault->headline, fault->detail);
+    if (const auto fault = gfPromoEditor_reversed_fault(*gfdDate_parse(txtEdit[kStartBox]->text()),
+                                                        *gfdDate_parse(txtEdit[kEndBox]->text())))
+        return fail(kEndBox, fault->headline, fault->detail);
     return true;
 }
 
@@ -231,25 +216,17 @@ void frmEdit_DeptPromo::cmdAccept_Click()
 bool frmEdit_DeptPromo::mfbSave()
 {
     const bool money = Option1[kOptionMoney]->isChecked();
-    const QString amountText = txtEdit[money ? kMoneyBox : kPercentBox]->text();
-    const std::optional<Money> amount = Money::parse(amountText);
-    if (!amount) {
-        gfiMsgBox(QLatin1Char('\'') + amountText + QStringLiteral("' is not a valid amount.\r\rEnter the amount as a number, for example 12.50."),
-                  MsgButtons::OK, MsgIcon::Exclamation, kProgramName);
+    const std::optional<Money> amount = gfcPromoEditor_amount(txtEdit[money ? kMoneyBox : kPercentBox]->text());
+    if (!amount)
         return false;
-    }
     return gfbDeptPromo_save(EditMode == kModeAdd, {*gfdDate_parse(txtEdit[kStartBox]->text()), *gfdDate_parse(txtEdit[kEndBox]->text()),
                                                      money ? kChangeBy : kChangeByPercent, *amount});
 }
 
 void frmEdit_DeptPromo::cmdCalendar_Click()
 {
-    QDate start = gfdDate_parse(txtEdit[kStartBox]->text()).value_or(QDate());
-    QDate end = gfdDate_parse(txtEdit[kEndBox]->text()).value_or(QDate());
-    if (!gfbCalendar_get(start, end))
+    if (!gfbPromoEditor_calendar(txtEdit[kStartBox], txtEdit[kEndBox]))
         return;
-    txtEdit[kStartBox]->setText(gfsPromo_date_text(QDateTime(start, QTime(0, 0))));
-    txtEdit[kEndBox]->setText(gfsPromo_date_text(QDateTime(end, QTime(0, 0))));
     cmdAcceptCancel[0]->setEnabled(true);
     cmdAcceptCancel[0]->setFocus();
 }

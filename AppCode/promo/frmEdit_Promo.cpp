@@ -1,7 +1,6 @@
 #include "promo/frmEdit_Promo.h"
 
 #include "common/Buttons.h"
-#include "common/Calendar.h"
 #include "common/Confirm.h"
 #include "common/DateForms.h"
 #include "common/FocusSelect.h"
@@ -15,6 +14,7 @@
 #include "platform/Clock.h"
 #include "platform/Help.h"
 #include "platform/Messages.h"
+#include "promo/PromoEditor.h"
 #include "promo/PromoList.h"
 #include "promo/PromoPricing.h"
 #include "promo/PromoSave.h"
@@ -67,15 +67,8 @@ frmEdit_Promo::frmEdit_Promo(QWidget *parent) : QDialog(parent)
         txtEdit[kFirstAmountBox + i]->installEventFilter(this);
         connect(txtEdit[kFirstAmountBox + i], &QLineEdit::returnPressed, this, [this] { mpAmount_enter(); });
     }
-    connect(txtEdit[kStartBox], &QLineEdit::returnPressed, this, [this] { txtEdit[kEndBox]->setFocus(); });
-    connect(txtEdit[kEndBox], &QLineEdit::returnPressed, this, [this] {
-        if (cmdAcceptCancel[0]->isEnabled())
-            cmdAcceptCancel[0]->click();
-    });
-    cmdAcceptCancel[0] = gfCommand_button(this, QStringLiteral("cmdAcceptCancel(0)"), QStringLiteral("F10 Accept"));
-    cmdAcceptCancel[1] = gfCommand_button(this, QStringLiteral("cmdAcceptCancel(1)"), QStringLiteral("Esc Cancel"));
-    cmdCalendar = gfCommand_button(this, QStringLiteral("cmdCalendar"), QStringLiteral("F2  Calendar"));
-    cmdHelp = gfCommand_button(this, QStringLiteral("cmdHelp"), QStringLiteral("F1 Help"));
+    QHBoxLayout *buttons = gfPromoEditor_buttons(this, cmdAcceptCancel, cmdCalendar, cmdHelp);
+    gpPromoEditor_dates_chain(txtEdit[kStartBox], txtEdit[kEndBox], cmdAcceptCancel[0]);
     connect(cmdAcceptCancel[0], &QPushButton::clicked, this, [this] { cmdAccept_Click(); });
     connect(cmdAcceptCancel[1], &QPushButton::clicked, this, &QDialog::reject);
     connect(cmdCalendar, &QPushButton::clicked, this, [this] { cmdCalendar_Click(); });
@@ -98,9 +91,6 @@ frmEdit_Promo::frmEdit_Promo(QWidget *parent) : QDialog(parent)
         grid->addWidget(txtEdit[kFirstAmountBox + i], 4, 3);
     }
     grid->addWidget(txtEdit[0], 7, 1);
-    auto *buttons = new QHBoxLayout;
-    for (QPushButton *b : {cmdHelp, cmdCalendar, cmdAcceptCancel[0], cmdAcceptCancel[1]})
-        buttons->addWidget(b);
     grid->addLayout(buttons, 8, 0, 1, 4);
 
     gpFormKeys_install(this, cmdAcceptCancel[1]);
@@ -240,9 +230,8 @@ bool frmEdit_Promo::mfbValidate_fail(int box, const QString &sFirst, const QStri
 bool frmEdit_Promo::mfbValidate()
 {
     for (int box = kStartBox; box <= kEndBox; ++box)
-        if (!gfdDate_parse(txtEdit[box]->text()))
-            return mfbValidate_fail(box, QLatin1Char('\'') + lblEdit[box + 1]->text() + QStringLiteral("' Is Not Valid"),
-                                    QStringLiteral("Enter date using the 'mm-dd-yyyy' format."));
+        if (const auto fault = gfPromoEditor_date_fault(txtEdit[box]->text(), lblEdit[box + 1]->text()))
+            return mfbValidate_fail(box, fault->headline, fault->detail);
 
     const int chosen = kFirstAmountBox + mfiOption();
     if (!txtEdit[chosen]->text().isEmpty())
@@ -255,13 +244,9 @@ bool frmEdit_Promo::mfbValidate()
     if (promo <= Money())
         return mfbValidate_fail(kFirstAmountBox, priceInvalid, QStringLiteral("The 'Promo Price ' must be greater than zero."));
 
-    // The ending date carries the day of the year as well, so it always reads as the larger
-    // number: reversed dates pass, as they always have.
-    const QDate start = *gfdDate_parse(txtEdit[kStartBox]->text());
-    const QDate end = *gfdDate_parse(txtEdit[kEndBox]->text());
-    if (gflDate_YYYYYMMDD(end) < gflDate_YYYYMMDD(start))
-        return mfbValidate_fail(kStartBox, QStringLiteral("Promo Dates Are Reversed"),
-                                QStringLiteral("The promo's starting date must be before the promo's ending date."));
+    if (const auto fault = gfPromoEditor_reversed_fault(*gfdDate_parse(txtEdit[kStartBox]->text()),
+                                                        *gfdDate_parse(txtEdit[kEndBox]->text())))
+        return mfbValidate_fail(kStartBox, fault->headline, fault->detail);
 
     if (mfcValue(msCost) >= promo)
         return gfbConfirm(QStringLiteral("Promo Price Is Below Cost"), QStringLiteral("Is that what you want?"), 256);
@@ -290,25 +275,17 @@ void frmEdit_Promo::cmdAccept_Click()
 bool frmEdit_Promo::mfbSave()
 {
     const int option = mfiOption();
-    const QString amountText = txtEdit[kFirstAmountBox + option]->text();
-    const std::optional<Money> amount = Money::parse(amountText);
-    if (!amount) {
-        gfiMsgBox(QLatin1Char('\'') + amountText + QStringLiteral("' is not a valid amount.\r\rEnter the amount as a number, for example 12.50."),
-                  MsgButtons::OK, MsgIcon::Exclamation, kProgramName);
+    const std::optional<Money> amount = gfcPromoEditor_amount(txtEdit[kFirstAmountBox + option]->text());
+    if (!amount)
         return false;
-    }
     return gfbItemPromo_save(miMode == kModeAdd, {*gfdDate_parse(txtEdit[kStartBox]->text()), *gfdDate_parse(txtEdit[kEndBox]->text()),
                                                   qint16(option), *amount});
 }
 
 void frmEdit_Promo::cmdCalendar_Click()
 {
-    QDate start = gfdDate_parse(txtEdit[kStartBox]->text()).value_or(QDate());
-    QDate end = gfdDate_parse(txtEdit[kEndBox]->text()).value_or(QDate());
-    if (!gfbCalendar_get(start, end))
+    if (!gfbPromoEditor_calendar(txtEdit[kStartBox], txtEdit[kEndBox]))
         return;
-    txtEdit[kStartBox]->setText(gfsPromo_date_text(QDateTime(start, QTime(0, 0))));
-    txtEdit[kEndBox]->setText(gfsPromo_date_text(QDateTime(end, QTime(0, 0))));
     cmdAcceptCancel[0]->setEnabled(true);
     txtEdit[kFirstAmountBox + mfiOption()]->setFocus();
 }
