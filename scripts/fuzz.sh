@@ -11,7 +11,7 @@ mkdir -p "$here/fuzz/findings" "$build/fuzz-logs"
 run() {
   local target=$1 work="$build/fuzz-work/$1"
   mkdir -p "$work" "$here/fuzz/corpus/$target"
-  nice -n 10 "$build/fuzz/fuzz_$target" -max_total_time="$seconds" -timeout=10 -rss_limit_mb=2048 \
+  nice -n 10 "$build/fuzz/fuzz_$target" -max_total_time="$seconds" -timeout=60 -rss_limit_mb=2048 \
     -artifact_prefix="$here/fuzz/findings/$target-" -print_final_stats=1 \
     "$work" "$here/fuzz/corpus/$target" >"$build/fuzz-logs/$target.log" 2>&1
   local rc=$?

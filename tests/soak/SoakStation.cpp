@@ -23,7 +23,6 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QRandomGenerator>
-#include <QSet>
 #include <QTextStream>
 #include <cstdio>
 
@@ -60,7 +59,7 @@ class Station {
 public:
     Station(int number, QList<qint32> items, QStringList depts)
         : m_rng(quint32(number) * 7919u + 17u), m_items(std::move(items)), m_depts(std::move(depts)),
-          m_firstStart(QDate(2031, 1, 1).addDays(number * 4000))
+          m_firstStart(QDate(2031, 1, 1).addDays(number * 100000))
     {
     }
 
@@ -78,16 +77,11 @@ public:
 private:
     qsizetype pickLive() { return qsizetype(m_rng.bounded(quint32(m_live.size()))); }
 
-    // A start date of its own: no other station uses it, and no live row of this one holds
-    // it for the same item or department, so a delete here never reaches another's row.
-    QDate freeStart(const QString &key)
-    {
-        for (;;) {
-            const QDate start = m_firstStart.addDays(m_next++ % 3650);
-            if (!m_keys.contains(key + start.toString(Qt::ISODate)))
-                return start;
-        }
-    }
+    // A start date no other row has: stations take theirs from ranges far apart, and within a
+    // station each add takes the next day. A walk on "SL, StartDate" never reaches a second row
+    // with the same start (the next row is the next key), so two rows on one start would make
+    // the second one unreachable, as it is in the windows.
+    QDate freeStart() { return m_firstStart.addDays(m_next++); }
 
     PromoEntry entryFrom(const QDate &start, bool item)
     {
@@ -127,7 +121,7 @@ private:
             gDept.DeptCode = row.key;
             gPromo.UniqueID = 0; // the department window's add clears the number alone
         }
-        const PromoEntry entry = entryFrom(freeStart(row.key), item);
+        const PromoEntry entry = entryFrom(freeStart(), item);
         QString outcome = QStringLiteral("saved");
         if (item ? !gfbItemPromo_write(true, entry) : !gfbDeptPromo_save(true, entry))
             outcome = QStringLiteral("failed");
@@ -139,10 +133,8 @@ private:
                entry.changeType, entry.amount, outcome == QLatin1String("saved") ? QString() : failure()});
         // A failed save is cancelled by its user; a row written before the failure stays in the
         // table (the flag's update is the second of two), but it is no longer worked on.
-        if (outcome == QLatin1String("saved")) {
-            m_keys.insert(row.key + entry.start.toString(Qt::ISODate));
+        if (outcome == QLatin1String("saved"))
             m_live << row;
-        }
     }
 
     // The row positioned the way the windows find it: "=" on its key, then a walk.
@@ -211,10 +203,8 @@ private:
         const bool done = gfbDB_RecordOp(kPromoTable, kOpUpdate, row.item ? 2 : 3);
         write({op, done ? QStringLiteral("saved") : QStringLiteral("failed"), row.uid, row.key, row.entry.start, row.entry.end,
                kChangeDeleted, row.entry.amount, done ? QString() : failure()});
-        if (done) {
-            m_keys.remove(row.key + row.entry.start.toString(Qt::ISODate));
+        if (done)
             m_live.removeAt(index);
-        }
     }
 
     void write(const LogLine &line)
@@ -229,7 +219,6 @@ private:
     QDate m_firstStart;
     int m_next = 0;
     QList<Row> m_live;
-    QSet<QString> m_keys;
 };
 
 } // namespace
