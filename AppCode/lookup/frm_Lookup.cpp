@@ -111,6 +111,7 @@ public:
         for (int col = 0; col < cells.size() && col < m_grid.Cols(); ++col)
             m_grid.setTextMatrix(row, col, cells[col]);
         m_grid.setRowHeight(row, heightTwips);
+        m_form.mpEntry_follow();
     }
     void yield() override
     {
@@ -353,6 +354,7 @@ void frm_Lookup::resizeEvent(QResizeEvent *event)
         gpDataGrid_Size();
         gfvDataGrid_Find(*m_view, false);
     }
+    mpEntry_follow();
 }
 
 void frm_Lookup::mpGrid_resize()
@@ -557,23 +559,52 @@ void frm_Lookup::mpRow_choose()
     accept();
 }
 
+QString frm_Lookup::mfsRow_SL(int row) const
+{
+    return gfsItemID_key(gaGridText[row].value(gfiDataGrid_ColumnOf(0, 4)).trimmed());
+}
+
+// The row on screen that shows the item the box was opened for; 0 when the window was paged
+// or made smaller since and the item is out of sight.
+int frm_Lookup::mfiEntry_row() const
+{
+    const int rows = int(qMin<qsizetype>(iGridRows, gaGridText.size()));
+    for (int row = 1; row < rows; ++row)
+        if (!gfbDataGrid_RowBlank(row) && mfsRow_SL(row) == m_entrySL)
+            return row;
+    return 0;
+}
+
 // The quantity box over column 0 of a row; a row that holds a quantity is cleared instead.
 void frm_Lookup::mpEntry_open(int row)
 {
     if (row < 1 || gfbDataGrid_RowBlank(row))
         return;
     if (!gaGridText[row].value(0).isEmpty()) {
-        mpEntry_set(row, QString());
+        mpEntry_set(mfsRow_SL(row), QString());
         return;
     }
-    m_entryRow = row;
+    m_entrySL = mfsRow_SL(row);
+    TxtText->setToolTip(QStringLiteral("Quantity for S/L ") + gfsItemID_display(m_entrySL));
+    TxtText->clear();
+    TxtText->show();
+    mpEntry_follow();
+    TxtText->raise();
+    TxtText->setFocus();
+}
+
+// The box stays over its item's row while the rows move under it; out of sight, it stays
+// where it was and still belongs to that item.
+void frm_Lookup::mpEntry_follow()
+{
+    if (!TxtText->isVisible())
+        return;
+    const int row = mfiEntry_row();
+    if (row < 1 || row >= fgrdItems->Rows())
+        return;
     QTableView *view = fgrdItems->view();
     const QRect cell = view->visualRect(view->model()->index(row - 1, 0));
     TxtText->setGeometry(QRect(view->viewport()->mapTo(fgrdItems, cell.topLeft()), cell.size()));
-    TxtText->clear();
-    TxtText->show();
-    TxtText->raise();
-    TxtText->setFocus();
 }
 
 void frm_Lookup::mpEntry_close(bool keep)
@@ -595,19 +626,28 @@ void frm_Lookup::mpEntry_close(bool keep)
         return;
     }
     TxtText->hide();
-    mpEntry_set(m_entryRow, qty);
-    gpDataGrid_SetRow(m_entryRow, *m_view);
-    gpDataGrid_Move(*m_view, kLineDown);
+    mpEntry_set(m_entrySL, qty);
+    if (const int row = mfiEntry_row(); row > 0) {
+        gpDataGrid_SetRow(row, *m_view);
+        gpDataGrid_Move(*m_view, kLineDown);
+    } else {
+        txtEditValue->setFocus();
+    }
 }
 
-void frm_Lookup::mpEntry_set(int row, const QString &qty)
+// The quantity belongs to the item; its cell shows it while the item is on screen.
+void frm_Lookup::mpEntry_set(const QString &sl, const QString &qty)
 {
-    const QString sl = gfsItemID_key(gaGridText[row].value(gfiDataGrid_ColumnOf(0, 4)).trimmed());
-    gaGridText[row][0] = qty;
-    fgrdItems->setTextMatrix(row, 0, qty);
     gaLookupEntries.removeIf([&](const LookupEntry &e) { return e.sSL == sl; });
     if (!qty.isEmpty())
         gaLookupEntries.append({sl, qty});
+    const int rows = int(qMin<qsizetype>(iGridRows, gaGridText.size()));
+    for (int row = 1; row < rows && row < fgrdItems->Rows(); ++row) {
+        if (!gfbDataGrid_RowBlank(row) && mfsRow_SL(row) == sl) {
+            gaGridText[row][0] = qty;
+            fgrdItems->setTextMatrix(row, 0, qty);
+        }
+    }
 }
 
 void frm_Lookup::mpScan_toggle()

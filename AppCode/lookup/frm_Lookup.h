@@ -48,8 +48,11 @@ private:
     void mpSearch_run();
     void mpRow_choose();
     void mpEntry_open(int row);
+    void mpEntry_follow();
     void mpEntry_close(bool keep);
-    void mpEntry_set(int row, const QString &qty);
+    void mpEntry_set(const QString &sl, const QString &qty);
+    QString mfsRow_SL(int row) const;
+    int mfiEntry_row() const;
     void mpScan_toggle();
     void mpScan_enter();
     void mpSearch_clear();
@@ -75,7 +78,7 @@ private:
     QComboBox *CboStore = nullptr;
     GridView *m_view = nullptr;
     int m_sortCol = 0;
-    int m_entryRow = 0;
+    QString m_entrySL; // the item the quantity box was opened for
     int m_store = 0; // whose list a head office looks at; the home store at first
     bool m_shown = false;
     bool m_erasing = false;

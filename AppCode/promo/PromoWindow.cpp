@@ -3,8 +3,11 @@
 #include "lookup/FlexGrid.h"
 #include "platform/ModalRunner.h"
 #include "promo/frmTags_Print.h"
+#include "shell/DataPathChange.h"
 
 #include <QCoreApplication>
+#include <QMenu>
+#include <QMenuBar>
 #include <QProgressBar>
 #include <QPushButton>
 
@@ -71,6 +74,23 @@ void gpTagLink_show(QWidget *parent)
 {
     frmTags_Print tags(parent);
     gfiForm_show_modal(tags);
+}
+
+QMenuBar *gfPromoMenu_make(QWidget *form, QPushButton *quit, const std::function<void()> &afterDataPath)
+{
+    auto *menuBar = new QMenuBar(form);
+    QMenu *mnuFile = menuBar->addMenu(QStringLiteral("&File"));
+    mnuFile->setObjectName(QStringLiteral("mnuFile"));
+    QAction *datapath = mnuFile->addAction(QStringLiteral("&Data Path..."));
+    datapath->setObjectName(QStringLiteral("mnuFile_datapath"));
+    QAction *exit = mnuFile->addAction(QStringLiteral("E&xit"));
+    exit->setObjectName(QStringLiteral("mnuFile_quit"));
+    QObject::connect(datapath, &QAction::triggered, form, [afterDataPath] {
+        gfbDataPath_change_run();
+        afterDataPath();
+    });
+    QObject::connect(exit, &QAction::triggered, quit, &QPushButton::click);
+    return menuBar;
 }
 
 } // namespace qln

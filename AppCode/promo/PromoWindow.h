@@ -6,6 +6,7 @@
 #include <initializer_list>
 #include <span>
 
+class QMenuBar;
 class QProgressBar;
 class QPushButton;
 class QWidget;
@@ -24,7 +25,7 @@ struct PromoGridColumn {
     int twips;
     int alignment;
 };
-constexpr int kAlignKeep = -1, kAlignCenter = 4;
+constexpr int kAlignKeep = -1, kAlignCenter = 4, kAlignRight = 7;
 
 // Sets header, width and alignment of the columns from firstCol on, one for each entry.
 void gpPromoGrid_columns_set(FlexGrid &grid, std::span<const PromoGridColumn> columns, int firstCol = 0);
@@ -57,5 +58,9 @@ void gpPromoButtons_follow(bool bHasRows, std::initializer_list<QPushButton *> b
 
 // The tag link, modal over the list window.
 void gpTagLink_show(QWidget *parent);
+
+// The File menu of a list window: "&Data Path..." changes the data path, then runs
+// afterDataPath whatever came of it; "E&xit" presses quit.
+QMenuBar *gfPromoMenu_make(QWidget *form, QPushButton *quit, const std::function<void()> &afterDataPath);
 
 } // namespace qln

@@ -18,7 +18,6 @@
 #include "promo/PromoList.h"
 #include "promo/PromoWindow.h"
 #include "promo/frmEdit_DeptPromo.h"
-#include "shell/DataPathChange.h"
 #include "store/Common.h"
 #include "store/Departments.h"
 #include "store/RecordOps.h"
@@ -28,7 +27,6 @@
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QMenu>
 #include <QMenuBar>
 #include <QProgressBar>
 #include <QPushButton>
@@ -117,15 +115,8 @@ void frmDeptMain::mpControls_create()
 
 void frmDeptMain::mpControls_arrange()
 {
-    auto *menuBar = new QMenuBar(this);
-    QMenu *mnuFile = menuBar->addMenu(QStringLiteral("&File"));
-    mnuFile->setObjectName(QStringLiteral("mnuFile"));
-    QAction *datapath = mnuFile->addAction(QStringLiteral("&Data Path..."));
-    datapath->setObjectName(QStringLiteral("mnuFile_datapath"));
-    QAction *quit = mnuFile->addAction(QStringLiteral("E&xit"));
-    quit->setObjectName(QStringLiteral("mnuFile_quit"));
-    connect(datapath, &QAction::triggered, this, [this] { mnuFile_datapath_Click(); });
-    connect(quit, &QAction::triggered, cmdQuit, &QPushButton::click);
+    // Whether or not the path changed, the list is read again.
+    QMenuBar *menuBar = gfPromoMenu_make(this, cmdQuit, [this] { mpDeptPromos_list(); });
 
     auto *top = new QHBoxLayout;
     top->addWidget(lblEdit);
@@ -431,12 +422,6 @@ void frmDeptMain::mpPromo_delete()
             failed();
     }
     mpView_refresh();
-}
-
-void frmDeptMain::mnuFile_datapath_Click()
-{
-    gfbDataPath_change_run();
-    mpDeptPromos_list(); // whether or not the path changed, the list is read again
 }
 
 void frmDeptMain::cmdQuit_Click()

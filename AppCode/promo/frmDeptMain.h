@@ -44,7 +44,6 @@ private:
     bool mfbRow_start_read(int row, QDate &start);
     void mpPromo_edit(int index);
     void mpPromo_delete();
-    void mnuFile_datapath_Click();
     void cmdQuit_Click();
 
     QLabel *lblEdit = nullptr;

@@ -5,6 +5,7 @@
 #include "platform/ModalRunner.h"
 #include "platform/ProgramEnd.h"
 #include "promo/frmDeptMain.h"
+#include "promo/frmGroup.h"
 #include "promo/frmMain.h"
 #include "shell/FrmMenu.h"
 #include "shell/InstanceLock.h"
@@ -30,6 +31,12 @@ void mpDeptPromos_show()
     gfiForm_show_modal(form);
 }
 
+void mpGroupPromos_show()
+{
+    frmGroup form;
+    gfiForm_show_modal(form);
+}
+
 // Started for one item, the item promos window is the whole run; otherwise the menu, whose
 // "Exit" ends the process.
 void mpFirstWindow_show()
@@ -41,6 +48,7 @@ void mpFirstWindow_show()
     FrmMenu::Windows windows;
     windows[0] = mpItemPromos_show;
     windows[1] = mpDeptPromos_show;
+    windows[2] = mpGroupPromos_show;
     FrmMenu menu(windows);
     if (gfiForm_show_modal(menu) != FrmMenu::kExit)
         return;

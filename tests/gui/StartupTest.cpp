@@ -11,6 +11,7 @@
 #include "support/ScriptedMessages.h"
 #include "support/TestDatabase.h"
 
+#include <QComboBox>
 #include <QLabel>
 #include <QPushButton>
 #include <QTest>
@@ -78,7 +79,8 @@ TEST_F(Startup, ReachesTheMenuWithTheWindowsThatExist)
                   EXPECT_EQ(menu.windowTitle(), QStringLiteral("Quillon"));
                   EXPECT_TRUE(command1(menu, 0)->isEnabled()) << "Item Promos";
                   EXPECT_TRUE(command1(menu, 1)->isEnabled()) << "Department Promos";
-                  for (int i = 2; i < FrmMenu::kPromoKinds; ++i) {
+                  EXPECT_TRUE(command1(menu, 2)->isEnabled()) << "Group Promos";
+                  for (int i = 3; i < FrmMenu::kPromoKinds; ++i) {
                       EXPECT_FALSE(command1(menu, i)->isEnabled());
                       EXPECT_EQ(command1(menu, i)->toolTip(), QStringLiteral("Not available yet"));
                   }
@@ -121,6 +123,24 @@ TEST_F(Startup, ExitAndEscEndTheProcessButAChosenWindowReturnsToTheMenu)
     });
     EXPECT_NE(gfiForm_show_modal(menu), FrmMenu::kExit);
     EXPECT_EQ(opened, 1);
+}
+
+TEST_F(Startup, GroupPromosOfTheMenuOpenOnTheFirstGroupOfTheFile)
+{
+    buildDemo();
+    QString group;
+    run(QString(), [&](QDialog &form) {
+        if (form.objectName() == QLatin1String("FrmMenu")) {
+            command1(form, 2)->click();
+            button(form, QStringLiteral("Command2"))->click();
+            return;
+        }
+        if (form.objectName() == QLatin1String("frmGroup"))
+            group = form.findChild<QComboBox *>(QStringLiteral("Combo1"))->currentText();
+        QTest::keyClick(&form, Qt::Key_Escape);
+    });
+    EXPECT_EQ(forms.value(1), QStringLiteral("frmGroup"));
+    EXPECT_EQ(group, QStringLiteral("1  Summer Sale"));
 }
 
 TEST_F(Startup, DepartmentPromosOpenOnTheDepartmentOfTheCommandLine)
