@@ -51,8 +51,26 @@ bool gfbDataLookup_VendorGiven(const QString &sVendor)
 
 QList<DataLookupColumn> gfaDataLookup_Columns(int iMode, const QString &sVendor)
 {
-    if (iMode == kLookupDepartments)
+    switch (iMode) {
+    case kLookupDepartments:
         return {{QStringLiteral("Dept. Code"), 1400, 1}, {QStringLiteral("Department"), 3000, 1}};
+    case kLookupItemVendors:
+        return {{QStringLiteral("Vendor"), 1700, 1},
+                {QStringLiteral("AP Code"), 1200, 1},
+                {QStringLiteral("Vendor ID"), 1700, 1},
+                {QStringLiteral("Cost"), 900, 7}};
+    case kLookupVendorItems:
+        return {{QStringLiteral("Qty"), 600, 7},       {QStringLiteral("Description"), 3000, 1},
+                {QStringLiteral("SL"), 1100, 1},       {QStringLiteral("Vendor ID"), 1700, 1},
+                {QStringLiteral("Sub Desc"), 1700, 1}, {QStringLiteral("Dept."), 1300, 1},
+                {QStringLiteral("QOH"), 700, 7},       {QStringLiteral("Cost"), 900, 7}};
+    case kLookupVendors:
+        return {{QStringLiteral("Vendor"), 1700, 1},
+                {QStringLiteral("AP Code"), 1200, 1},
+                {QStringLiteral("Vendor Name"), 3500, 1},
+                {QString(), 300, 1}};
+    default: break;
+    }
     QList<DataLookupColumn> columns = {
         {QStringLiteral("Qty"), 600, 7},        {QStringLiteral("Description"), 3000, 1},
         {QStringLiteral("QOH"), 700, 7},        {QStringLiteral("On Order"), 900, 7},
@@ -98,6 +116,53 @@ bool gfbDataLookup_Items(const QString &sVendor, QList<QStringList> &rows)
             cells << r.value(kVendor).toString().trimmed();
         cells << gfsNumber_format(r.readMoney(kCost), QStringLiteral("#.00"));
         rows.append(cells);
+    });
+    return read && !rows.isEmpty();
+}
+
+QString gfsDataLookup_ForeignTable(int iMode)
+{
+    switch (iMode) {
+    case kLookupItemVendors:
+    case kLookupVendorItems: return kItemVendorTable;
+    case kLookupVendors: return kVendorTable;
+    default: return QString();
+    }
+}
+
+QString gfsDataLookup_VendorsSql(int iMode, const QString &sCode)
+{
+    if (iMode == kLookupVendors)
+        return QStringLiteral("SELECT VendorCode,APCode,Business,LastName FROM ") + kVendorTable +
+               QStringLiteral(" ORDER BY Business,LastName ");
+    if (iMode == kLookupItemVendors)
+        return QStringLiteral("SELECT VendorCode,APCode,VendorItemID,Cost FROM ") + kItemVendorTable +
+               QStringLiteral(" where Recordnum =") + QString::number(sCode.trimmed().toLongLong());
+    const QString inventory = dbuaTable[kInventoryTable].sSqlFile;
+    QString code = sCode;
+    return QStringLiteral("SELECT Description,") + inventory + QStringLiteral(".SL,VendorItemID,SubDescription,DeptCode,QtyOnHand,") +
+           kItemVendorTable + QStringLiteral(".Cost FROM ") + kItemVendorTable + QStringLiteral(" left join ") + inventory +
+           QStringLiteral(" on ") + kItemVendorTable + QStringLiteral(".Recordnum=") + inventory +
+           QStringLiteral(".RecordNum where APCODE ='") + code.replace(QLatin1Char('\''), QLatin1String("''")) +
+           QLatin1Char('\'');
+}
+
+bool gfbDataLookup_Vendors(int iMode, const QString &sCode, QList<QStringList> &rows)
+{
+    rows.clear();
+    const auto text = [](const Recordset &r, int field) { return r.value(field).toString().trimmed(); };
+    // No cost stored reads as nothing, which shows as 0.00.
+    const auto cost = [](const Recordset &r, int field) { return gfsNumber_format(r.readMoney(field), QStringLiteral("0.00")); };
+    const bool read = rowsRead(gfsDataLookup_VendorsSql(iMode, sCode), kInventoryTable, [&](const Recordset &r) {
+        if (iMode == kLookupVendors) {
+            const QString business = text(r, 2);
+            rows.append({text(r, 0), text(r, 1), business.isEmpty() ? text(r, 3) : business, QString()});
+        } else if (iMode == kLookupItemVendors) {
+            rows.append({text(r, 0), text(r, 1), text(r, 2), cost(r, 3)});
+        } else {
+            rows.append({QString(), text(r, 0), gfsItemID_display(r.value(1).toString()), text(r, 2), text(r, 3),
+                         text(r, 4), quantityText(r.value(5)), cost(r, 6)});
+        }
     });
     return read && !rows.isEmpty();
 }

@@ -9,6 +9,7 @@
 #include "lookup/FGrid.h"
 #include "lookup/FlexGrid.h"
 #include "platform/Messages.h"
+#include "store/Database.h"
 
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -23,8 +24,11 @@ namespace qln {
 namespace {
 
 constexpr int kQtyCol = 0;
-constexpr int kSLCol = 5; // of the items
 constexpr int kSortAscending = 1;
+
+// The modes whose first column takes quantities, and where their SL stands.
+bool mfbEntryMode(int iMode) { return iMode == kLookupItems || iMode == kLookupVendorItems; }
+int mfiSLCol(int iMode) { return iMode == kLookupItems ? 5 : 2; }
 
 QString withoutPoint(QString text) { return text.remove(QLatin1Char('.')).trimmed(); }
 
@@ -92,7 +96,7 @@ void frmDataLookup::mpControls_make()
     connect(fgrdItems, &FlexGrid::cellDoubleClicked, this, [this](int row, int) {
         if (row < 1)
             return;
-        if (iMode == kLookupItems)
+        if (mfbEntryMode(iMode))
             mpEntry_open();
         else
             CmdAccept_Click();
@@ -116,7 +120,7 @@ void frmDataLookup::mpColumns_set()
     }
     fgrdItems->setWidth(width + 300);
     fgrdItems->setRedraw(true);
-    iSortCol = iMode == kLookupItems ? 1 : 0;
+    iSortCol = mfbEntryMode(iMode) ? 1 : 0;
 }
 
 void frmDataLookup::showEvent(QShowEvent *event)
@@ -132,7 +136,16 @@ void frmDataLookup::showEvent(QShowEvent *event)
 void frmDataLookup::mpFill()
 {
     QList<QStringList> rows;
-    const bool found = iMode == kLookupItems ? gfbDataLookup_Items(m_vendor, rows) : gfbDataLookup_Departments(rows);
+    const QString foreign = gfsDataLookup_ForeignTable(iMode);
+    if (!foreign.isEmpty() && !gfbDB_TableExists(foreign)) {
+        gfiMsgBox(QStringLiteral("The table %1 is not in this database: the vendor lists belong to the purchasing program.")
+                      .arg(foreign),
+                  MsgButtons::OK, MsgIcon::Information, QStringLiteral("Data Lookup"));
+        return;
+    }
+    const bool found = iMode == kLookupItems         ? gfbDataLookup_Items(m_vendor, rows)
+                       : iMode == kLookupDepartments ? gfbDataLookup_Departments(rows)
+                                                     : gfbDataLookup_Vendors(iMode, m_vendor, rows);
     fgrdItems->setRedraw(false);
     fgrdItems->setRows(int(rows.size()) + 1);
     for (int r = 0; r < rows.size(); ++r) {
@@ -197,7 +210,7 @@ void frmDataLookup::mpSort_set(int col)
 void frmDataLookup::mpEntry_open(const QString &typed)
 {
     const int row = fgrdItems->Row();
-    if (iMode != kLookupItems || row < 1 || row >= fgrdItems->Rows())
+    if (!mfbEntryMode(iMode) || row < 1 || row >= fgrdItems->Rows())
         return;
     QTableView *view = fgrdItems->view();
     const QRect cell = view->visualRect(view->model()->index(row - 1, kQtyCol));
@@ -232,11 +245,11 @@ void frmDataLookup::CmdAccept_Click()
         return;
     gaLookupEntries.clear();
     sLookupResult.clear();
-    if (iMode == kLookupItems) {
+    if (mfbEntryMode(iMode)) {
         for (int row = 1; row < fgrdItems->Rows(); ++row) {
             const QString qty = fgrdItems->TextMatrix(row, kQtyCol).trimmed();
             if (!qty.isEmpty())
-                gaLookupEntries.append({gfsItemID_key(fgrdItems->TextMatrix(row, kSLCol)), qty});
+                gaLookupEntries.append({gfsItemID_key(fgrdItems->TextMatrix(row, mfiSLCol(iMode))), qty});
         }
     } else if (fgrdItems->Row() >= 1 && fgrdItems->Row() < fgrdItems->Rows()) {
         sLookupResult = fgrdItems->TextMatrix(fgrdItems->Row(), 0).trimmed();
@@ -269,7 +282,7 @@ bool frmDataLookup::eventFilter(QObject *watched, QEvent *event)
         fgrdItems->view()->setFocus();
         return false;
     }
-    if (watched == fgrdItems->view() && iMode == kLookupItems) {
+    if (watched == fgrdItems->view() && mfbEntryMode(iMode)) {
         if (enter) {
             mpEntry_open();
             return true;
@@ -280,7 +293,7 @@ bool frmDataLookup::eventFilter(QObject *watched, QEvent *event)
             return true;
         }
     }
-    if (watched == fgrdItems->view() && enter && iMode == kLookupDepartments) {
+    if (watched == fgrdItems->view() && enter && !mfbEntryMode(iMode)) {
         CmdAccept_Click();
         return true;
     }

@@ -15,7 +15,10 @@ class FlexGrid;
 // bounded results only (every department, the items of one vendor); a table of any size is
 // for the record lookup. Mode 0 lists departments and hands back the chosen code in
 // sLookupResult; mode 5 lists items, of one vendor or of all ("OPEN", "Manual"), and hands
-// back every row given a quantity in gaLookupEntries. Cancel leaves both empty.
+// back every row given a quantity in gaLookupEntries. The vendor modes read the purchasing
+// program's tables, which may not be there: mode 1 the vendors of the item whose record number
+// is sVendor, mode 3 every vendor (both hand back the chosen vendor code), mode 2 the items of
+// the AP code sVendor (quantities, as mode 5). Cancel leaves both results empty.
 class frmDataLookup final : public QDialog {
 public:
     explicit frmDataLookup(int iMode, const QString &sVendor = QString(), QWidget *parent = nullptr);

@@ -277,6 +277,28 @@ void Connection::noteStatement(const QString &tsql)
         m_observer(tsql);
 }
 
+namespace {
+
+// A server that stops fast first tells its sessions it is going (operator intervention, class
+// 57P); one that is killed or unreachable leaves the client to find a closed socket (class
+// 08, or only the client library's words, with no class at all).
+bool serverGone(const QString &code, const QString &lower)
+{
+    if (code.startsWith(QLatin1String("08")) || code.startsWith(QLatin1String("57P")))
+        return true;
+    static const char *const words[] = {"server closed the connection", "no connection to the server",
+                                        "terminating connection",       "could not send data to server",
+                                        "could not receive data from server", "connection to server",
+                                        "the database system is shutting down", "the database system is starting up",
+                                        "ssl syscall error", "connection not open"};
+    for (const char *w : words)
+        if (lower.contains(QLatin1String(w)))
+            return true;
+    return false;
+}
+
+} // namespace
+
 DbError Connection::errorFrom(const QSqlError &error, const QString &sql)
 {
     DbError e;
@@ -300,13 +322,11 @@ DbError Connection::errorFrom(const QSqlError &error, const QString &sql)
         e.description = engine.isEmpty() ? QStringLiteral("Unspecified error") : engine;
     }
     // Only a server can be lost; SQLite's refusals are all about the statement.
-    if (m_info.provider == Provider::Postgres && !sql.isEmpty()
-        && (code.startsWith(QLatin1String("08")) || code == QLatin1String("57P01")
-            || lower.contains(QLatin1String("server closed the connection"))
-            || lower.contains(QLatin1String("no connection to the server")) || !m_db.isOpen()))
+    if (m_info.provider == Provider::Postgres && !sql.isEmpty() && (serverGone(code, lower) || !m_db.isOpen()))
         e.connectionLost = true;
     return e;
 }
+
 
 namespace {
 

@@ -20,14 +20,35 @@ namespace {
 constexpr qint64 kEventsEveryMs = 25;
 }
 
+namespace {
+void mpColumn_header_set(FlexGrid &grid, int col, const PromoGridColumn &c)
+{
+    if (c.alignment != kAlignKeep)
+        grid.setColAlignment(col, c.alignment);
+    grid.setTextMatrix(0, col, QString::fromLatin1(c.header));
+}
+} // namespace
+
 void gpPromoGrid_columns_set(FlexGrid &grid, std::span<const PromoGridColumn> columns, int firstCol)
 {
     int col = firstCol;
     for (const PromoGridColumn &c : columns) {
         grid.setColWidth(col, c.twips);
-        if (c.alignment != kAlignKeep)
-            grid.setColAlignment(col, c.alignment);
-        grid.setTextMatrix(0, col, QString::fromLatin1(c.header));
+        mpColumn_header_set(grid, col, c);
+        ++col;
+    }
+}
+
+void gpPromoGrid_design_set(FlexGrid &grid, std::span<const PromoGridColumn> columns, std::vector<int> &designTwips,
+                            int firstCol)
+{
+    const size_t end = size_t(firstCol) + columns.size();
+    if (designTwips.size() < end)
+        designTwips.resize(end, 0);
+    int col = firstCol;
+    for (const PromoGridColumn &c : columns) {
+        designTwips[size_t(col)] = c.twips;
+        mpColumn_header_set(grid, col, c);
         ++col;
     }
 }

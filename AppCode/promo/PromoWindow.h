@@ -5,6 +5,7 @@
 #include <functional>
 #include <initializer_list>
 #include <span>
+#include <vector>
 
 class QMenuBar;
 class QProgressBar;
@@ -29,6 +30,11 @@ constexpr int kAlignKeep = -1, kAlignCenter = 4, kAlignRight = 7;
 
 // Sets header, width and alignment of the columns from firstCol on, one for each entry.
 void gpPromoGrid_columns_set(FlexGrid &grid, std::span<const PromoGridColumn> columns, int firstCol = 0);
+
+// For a window whose columns are scaled to the grid's width: header and alignment go to the
+// grid, the twips to the design widths the scaling reads (grown as needed).
+void gpPromoGrid_design_set(FlexGrid &grid, std::span<const PromoGridColumn> columns, std::vector<int> &designTwips,
+                            int firstCol = 0);
 
 // The progress bar and the window's events of a long fill. The bar shows only when the fill
 // is long; events run a few times a frame rather than after every row, so that a large list

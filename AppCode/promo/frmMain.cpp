@@ -45,7 +45,15 @@ namespace {
 
 enum Column { cSL, cDescription, cRegular, cPromo, cStart, cEnd, cType, cAmount, cStartKey, cEndKey, kColumns };
 
-constexpr int kItemFaceWidths[kColumns] = {0, 0, 1100, 1100, 1000, 1000, 900, 1100, 0, 0};
+// The item face hides the item's own columns; the All Items face shows them and narrows
+// the prices to make room.
+constexpr PromoGridColumn kItemFaceColumns[kColumns] = {
+    {"", 0, kAlignKeep},         {"", 0, kAlignKeep},     {"Reg. Price", 1100, kAlignKeep}, {"Promo Price", 1100, kAlignKeep},
+    {"Starting", 1000, kAlignKeep}, {"Ending", 1000, kAlignKeep}, {"Type Change", 900, kAlignKeep}, {"Amount", 1100, kAlignKeep},
+    {"", 0, kAlignKeep},         {"", 0, kAlignKeep}};
+constexpr PromoGridColumn kAllItemsColumns[] = {
+    {"S/L", 800, kAlignKeep}, {"Description", 2200, kAlignKeep}, {"Reg. Price", 825, kAlignKeep}, {"Promo Price", 935, kAlignKeep}};
+constexpr PromoGridColumn kAllItemsAmount[] = {{"Amount", 825, kAlignKeep}};
 constexpr int kSortAscending = 1, kSortDescending = 2;
 const QString kPriceForm = QStringLiteral("#######.00");
 
@@ -229,10 +237,8 @@ void frmMain::mpGrid_layout()
     grid.setCols(kColumns);
     grid.setRows(2);
     grid.setFixedRows(1);
-    miColumnWidths.assign(std::begin(kItemFaceWidths), std::end(kItemFaceWidths));
-    static const char *const headers[] = {"", "", "Reg. Price", "Promo Price", "Starting", "Ending", "Type Change", "Amount", "", ""};
-    for (int col = 0; col < kColumns; ++col)
-        grid.setTextMatrix(0, col, QString::fromLatin1(headers[col]));
+    miColumnWidths.clear();
+    gpPromoGrid_design_set(grid, kItemFaceColumns, miColumnWidths);
     mpColumns_scale();
 }
 
@@ -301,12 +307,9 @@ void frmMain::mpAll_list_fill()
         return;
     mbHasRows = false;
     mpGrid_layout();
-    const std::pair<int, int> allItemsWidths[] = {{cSL, 800}, {cDescription, 2200}, {cRegular, 825}, {cPromo, 935}, {cAmount, 825}};
-    for (const auto &[col, twips] : allItemsWidths)
-        miColumnWidths[size_t(col)] = twips;
+    gpPromoGrid_design_set(*fgrdItems, kAllItemsColumns, miColumnWidths, cSL);
+    gpPromoGrid_design_set(*fgrdItems, kAllItemsAmount, miColumnWidths, cAmount);
     mpColumns_scale();
-    fgrdItems->setTextMatrix(0, cSL, QStringLiteral("S/L"));
-    fgrdItems->setTextMatrix(0, cDescription, QStringLiteral("Description"));
 
     const int total = gfiDB_RecordCount(kPromoTable);
     if (total == 0) {

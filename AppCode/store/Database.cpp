@@ -6,6 +6,7 @@
 #include "platform/ProgramEnd.h"
 #include "platform/Settings.h"
 #include "shell/Shell.h"
+#include "store/ServerCheck.h"
 #include "store/StatementLog.h"
 #include "store/TableCreate.h"
 
@@ -245,9 +246,11 @@ void gpDB_Connect(const QString &sCatalog)
 {
     dbConnection().setLostObserver([](const DbError &) {
         gbDBConnected = false;
+        gpDB_Tables_lost();
         gfiMsgBox(QStringLiteral("Failed to connect to database. "), MsgButtons::OK, MsgIcon::Critical,
                   QStringLiteral("Database Connection Error"));
     });
+    gpDB_Tables_lost(false);
     dbConnection().open(connectionInfo(sCatalog.isEmpty() ? gsDBName : sCatalog));
     gbDBConnected = dbConnection().state() == 1;
 }

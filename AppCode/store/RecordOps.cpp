@@ -2,6 +2,7 @@
 
 #include "common/ProcessState.h"
 #include "platform/Messages.h"
+#include "store/ServerCheck.h"
 #include "store/StatementLog.h"
 
 #include <QDateTime>
@@ -425,6 +426,7 @@ bool gfbDB_ExecuteSQL(const QString &sSQL, int iTable, bool bNoFetch)
     if (!recordset->eof() && !recordset->bof()) {
         recordset->moveFirst();
         dbaRecordset[iTable] = std::move(recordset);
+        gpDB_Set_read(iTable);
         return true;
     }
     dbaRecordset[iTable].reset();
@@ -445,9 +447,21 @@ int gfiDB_RecordCount(int iTable, const QString &sTable)
 
 // ---------------------------------------------------------------- the entry point
 
+namespace {
+// The row the buffer came from went with the lost connection.
+bool mfbUnread_refused(const QString &what)
+{
+    gDBErr() = {DbError::kRowChanged,
+                QStringLiteral("Row cannot be located for %1. Some values may have been changed since it was last read.").arg(what),
+                QStringLiteral("QSQL")};
+    return false;
+}
+} // namespace
+
 bool gfbDB_RecordOp(int iTable, int iOperation, int iKey, bool bRaw, bool bLock, const QString &sSQL)
 {
     Q_UNUSED(bLock); // its check always passes
+    gpDB_Tables_refresh();
     bool result = true;
     const QString name = gfsDB_OperationName(iOperation);
     const bool positioned = isKeyedRead(name) || name == QLatin1String("Get First") || name == QLatin1String("Get Last");
@@ -459,19 +473,27 @@ bool gfbDB_RecordOp(int iTable, int iOperation, int iKey, bool bRaw, bool bLock,
     } else if (name == QLatin1String("Insert")) {
         result = gfbDB_Insert(iTable);
     } else if (name == QLatin1String("Update")) {
-        if (!bRaw)
-            gpDB_table_record_to_row(iTable);
-        Recordset *rs = gfrsDB_Current(iTable);
-        result = rs && rs->update();
-        if (!result && rs)
-            gDBErr() = rs->lastError();
+        if (gfbDB_Set_unread(iTable)) {
+            result = mfbUnread_refused(QStringLiteral("updating"));
+        } else {
+            if (!bRaw)
+                gpDB_table_record_to_row(iTable);
+            Recordset *rs = gfrsDB_Current(iTable);
+            result = rs && rs->update();
+            if (!result && rs)
+                gDBErr() = rs->lastError();
+        }
     } else if (name == QLatin1String("Delete")) {
-        if (iTable == 1)
-            gpDB_DeleteRecall(iTable, QString());
-        Recordset *rs = gfrsDB_Current(iTable);
-        result = rs && rs->deleteCurrent();
-        if (!result && rs)
-            gDBErr() = rs->lastError();
+        if (gfbDB_Set_unread(iTable)) {
+            result = mfbUnread_refused(QStringLiteral("deletion"));
+        } else {
+            if (iTable == 1)
+                gpDB_DeleteRecall(iTable, QString());
+            Recordset *rs = gfrsDB_Current(iTable);
+            result = rs && rs->deleteCurrent();
+            if (!result && rs)
+                gDBErr() = rs->lastError();
+        }
     } else if (isKeyedRead(name)) {
         result = bRaw && !gbDBKeyForced ? gfbDB_GetByField(iTable, name, iKey) : gfbDB_GetByKey(iTable, name, sSQL);
     } else if (name == QLatin1String("Get Next")) {
@@ -487,6 +509,8 @@ bool gfbDB_RecordOp(int iTable, int iOperation, int iKey, bool bRaw, bool bLock,
     }
 
     const bool decodes = positioned || name == QLatin1String("Get Next") || name == QLatin1String("Get Previous");
+    if (decodes || name == QLatin1String("BySQL"))
+        gpDB_Set_read(iTable);
     if (result && !bRaw && decodes)
         gpDB_table_row_to_record(iTable);
     return result;

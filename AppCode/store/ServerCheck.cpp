@@ -7,6 +7,8 @@
 
 #include <QFileInfo>
 
+#include <vector>
+
 namespace qln {
 
 namespace {
@@ -18,17 +20,52 @@ bool mfbRetry_asked()
                      MsgIcon::Question, QStringLiteral("Network Error")) == MsgAnswer::Yes;
 }
 
-// After a lost connection: the tables again, 1 to 7; the first that fails ends the pass.
-void mpTables_reopen()
-{
-    for (DbTable &table : dbuaTable)
-        table.bOpen = false;
-    for (int iTable = 1; iTable <= 7 && iTable < int(dbuaTable.size()); ++iTable)
-        if (!gfbDB_TableOpen(iTable))
-            return;
-}
+bool mbTablesLost = false;
+std::vector<const Recordset *> maUnreadSets; // by table: the set a reopen left, until a read replaces it
 
 } // namespace
+
+void gpDB_Tables_lost(bool bLost)
+{
+    mbTablesLost = bLost;
+    if (!bLost)
+        maUnreadSets.clear();
+}
+
+// After a lost connection: the tables again, 1 to 7; the first that fails ends the pass.
+void gpDB_Tables_reopen()
+{
+    mbTablesLost = false;
+    for (DbTable &table : dbuaTable)
+        table.bOpen = false;
+    maUnreadSets.assign(dbuaTable.size(), nullptr);
+    for (int iTable = 1; iTable <= 7 && iTable < int(dbuaTable.size()); ++iTable) {
+        if (!gfbDB_TableOpen(iTable))
+            return;
+        maUnreadSets[size_t(iTable)] = dbaRecordset[size_t(iTable)].get();
+    }
+}
+
+void gpDB_Tables_refresh()
+{
+    if (!mbTablesLost || gbLocalMode)
+        return;
+    if (dbConnection().reachable())
+        gpDB_Tables_reopen();
+}
+
+bool gfbDB_Set_unread(int iTable)
+{
+    const Recordset *current = iTable >= 0 && iTable < int(dbaRecordset.size()) ? dbaRecordset[size_t(iTable)].get() : nullptr;
+    return current && iTable < int(maUnreadSets.size()) && maUnreadSets[size_t(iTable)] == current;
+}
+
+// A new set may take the freed one's address: the mark goes with the read, not the address.
+void gpDB_Set_read(int iTable)
+{
+    if (iTable >= 0 && iTable < int(maUnreadSets.size()))
+        maUnreadSets[size_t(iTable)] = nullptr;
+}
 
 bool gfbServer_Check()
 {
@@ -38,7 +75,7 @@ bool gfbServer_Check()
         const QString dataPath = gDataPath().DataPath;
         if (!dataPath.isEmpty() && QFileInfo(dataPath).isDir()) {
             if (dbConnection().lost())
-                mpTables_reopen();
+                gpDB_Tables_reopen();
             return true;
         }
         if (dataPath == kSafeFolder) {

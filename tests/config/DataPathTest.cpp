@@ -11,6 +11,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
@@ -247,5 +248,24 @@ TEST_F(DataPath, TheServerCheckRunsOnlyWithARecoveryFolderAndAsksWhileThePathIsA
     gbLocalMode = true;
     boxes.clear();
     EXPECT_TRUE(gfbServer_Check()) << "local mode tests nothing";
+    EXPECT_TRUE(boxes.shown().isEmpty());
+}
+
+TEST_F(DataPath, AFileOrAFolderThatCannotBeReadIsNoDataPath)
+{
+    clsDataPath dp;
+    dp.Station = QStringLiteral("1");
+    dp.DataPath = dir.filePath(QStringLiteral("COMMON.ZOR"));
+    touch(dp.DataPath);
+    EXPECT_FALSE(dp.Validate(true));
+    EXPECT_EQ(dp.FieldKey(), QStringLiteral("DATAPATH"));
+    EXPECT_EQ(dp.ValidationMessage(), QStringLiteral("Data Path Not Found."));
+
+    QDir().mkpath(data);
+    QFile::setPermissions(data, QFileDevice::WriteOwner);
+    dp.DataPath = data;
+    // The superuser reads every folder; anyone else is refused this one.
+    EXPECT_EQ(dp.Validate(true), QFileInfo(data).isReadable());
+    QFile::setPermissions(data, QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
     EXPECT_TRUE(boxes.shown().isEmpty());
 }

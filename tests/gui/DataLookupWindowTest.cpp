@@ -8,6 +8,7 @@
 #include "shell/ProcessReset.h"
 #include "shell/Startup.h"
 #include "store/Departments.h"
+#include "store/Inventory.h"
 #include "store/RecordOps.h"
 #include "support/ScriptedMessages.h"
 #include "support/TestDatabase.h"
@@ -192,4 +193,50 @@ TEST_F(DataLookupWindow, ModeZeroListsTheDepartmentsAndHandsBackTheChosenCode)
     EXPECT_EQ(form.result(), QDialog::Accepted);
     EXPECT_EQ(form.sLookupResult, code);
     EXPECT_TRUE(boxes.shown().isEmpty());
+}
+
+TEST_F(DataLookupWindow, VendorModesTellAMissingTableAndOtherwiseListAndHandBack)
+{
+    {
+        frmDataLookup form(3);
+        form.show();
+        EXPECT_EQ(grid(form)->Rows(), 1);
+        ASSERT_EQ(boxes.shown().size(), 1);
+        EXPECT_TRUE(boxes.texts()[0].contains(QStringLiteral("VENDORS"))) << boxes.texts()[0].toStdString();
+        QTest::keyClick(list(form), Qt::Key_F10);
+        EXPECT_TRUE(form.sLookupResult.isEmpty());
+    }
+    boxes.clear();
+    ASSERT_TRUE(dbConnection().execute(QStringLiteral("CREATE TABLE VENDORS (VendorCode CHAR (15), APCode CHAR (10), Business CHAR (30), "
+                                           "LastName CHAR (20))")));
+    ASSERT_TRUE(dbConnection().execute(QStringLiteral("CREATE TABLE ITEMVENDORS (Recordnum INTEGER, VendorCode CHAR (15), APCode CHAR (10), "
+                                           "VendorItemID CHAR (25), Cost DECIMAL (18,4))")));
+    gfiDB_Execute(QStringLiteral("INSERT INTO VENDORS VALUES ('ACME','AP1','Acme Tools','Smith')"));
+    gfiDB_Execute(QStringLiteral("INSERT INTO VENDORS VALUES ('ZED','AP3','Zed Bolts','Zed')"));
+    ASSERT_EQ(gfiDB_Execute(QStringLiteral("INSERT INTO ITEMVENDORS SELECT RecordNum,'ZED','AP3',ItemID,Cost FROM %1 WHERE "
+                                           "RecordNum IN (SELECT MIN(RecordNum) FROM %1 UNION SELECT MAX(RecordNum) FROM %1 "
+                                           "UNION SELECT MAX(RecordNum) - 1 FROM %1)")
+                                 .arg(dbuaTable[kInventoryTable].sSqlFile)),
+              3);
+    {
+        frmDataLookup form(3);
+        form.show();
+        FlexGrid &g = *grid(form);
+        EXPECT_EQ(g.TextMatrix(0, 2), QStringLiteral("Vendor Name"));
+        ASSERT_EQ(g.Rows(), 3);
+        QTest::keyClicks(edit(form, "Text1"), QStringLiteral("ze"));
+        QTest::keyClick(list(form), Qt::Key_Return);
+        EXPECT_EQ(form.sLookupResult, QStringLiteral("ZED"));
+    }
+    frmDataLookup form(2, QStringLiteral("AP3"));
+    form.show();
+    FlexGrid &g = *grid(form);
+    ASSERT_EQ(g.Rows(), 4);
+    g.setRow(2);
+    quantityType(form, QStringLiteral("6"));
+    QTest::keyClick(list(form), Qt::Key_F10);
+    ASSERT_EQ(gaLookupEntries.size(), 1);
+    EXPECT_EQ(gaLookupEntries[0].sSL, gfsItemID_key(g.TextMatrix(2, columnOf(g, "SL"))));
+    EXPECT_EQ(gaLookupEntries[0].sQty, QStringLiteral("6"));
+    EXPECT_TRUE(boxes.shown().isEmpty()) << boxes.texts().join(QLatin1Char('|')).toStdString();
 }

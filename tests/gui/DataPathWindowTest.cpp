@@ -7,6 +7,7 @@
 #include "platform/ModalRunner.h"
 #include "platform/Settings.h"
 #include "shell/ProcessReset.h"
+#include "store/SafeDialog.h"
 #include "support/QtPrinters.h"
 #include "support/ScriptedMessages.h"
 
@@ -149,4 +150,22 @@ TEST_F(DataPathWindow, TheBrowserWalksFoldersAndOkGivesTheOneShown)
     EXPECT_EQ(files, QStringList{QStringLiteral("COMMON.ZOR")});
     ASSERT_EQ(boxes.shown().size(), 1);
     EXPECT_EQ(boxes.shown()[0].title, QStringLiteral("Path Browser Help"));
+}
+
+TEST(SafeDialogWindow, EachLetterOrButtonLeavesItsAnswerAndHidesTheWindow)
+{
+    for (const auto &[key, answer] : {std::pair{Qt::Key_R, "R"}, std::pair{Qt::Key_L, "L"}, std::pair{Qt::Key_X, "X"}}) {
+        SafeDialog dialog;
+        dialog.show();
+        EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Network Error"));
+        QTest::keyClick(&dialog, key);
+        EXPECT_EQ(dialog.sAnswer, QString::fromLatin1(answer));
+        EXPECT_FALSE(dialog.isVisible());
+    }
+    SafeDialog dialog;
+    dialog.show();
+    QTest::keyClick(&dialog, Qt::Key_Q);
+    EXPECT_TRUE(dialog.sAnswer.isEmpty()) << "another key answers nothing";
+    child<QPushButton>(dialog, "CmdLocal")->click();
+    EXPECT_EQ(dialog.sAnswer, QStringLiteral("L"));
 }

@@ -144,27 +144,78 @@ TEST_F(ServerLoss, ASaveWhileTheServerIsDownIsToldAndTheNextOneAfterItsReturnIsK
 {
     build(60, 0);
     open();
-    gfiDB_Execute(QStringLiteral("DELETE FROM PromoPrices"));
     auto form = openOnItem();
 
-    ASSERT_TRUE(server->stop(true));
+    // A fast stop says goodbye to its sessions; an immediate one just goes.
+    for (const bool immediate : {false, true}) {
+        SCOPED_TRACE(immediate ? "immediate stop" : "fast stop");
+        gfiDB_Execute(QStringLiteral("DELETE FROM PromoPrices"));
+        ASSERT_TRUE(server->stop(immediate));
+        {
+            ScriptedMessages boxes;
+            EXPECT_FALSE(addPromo(*form, 10)) << "the editor stays open on a failed save";
+            ASSERT_FALSE(boxes.shown().isEmpty());
+            EXPECT_TRUE(isConnectionError(boxes.shown()[0])) << boxes.texts().join(QLatin1Char('|')).toStdString();
+            EXPECT_EQ(boxes.shown()[0].icon, MsgIcon::Critical);
+        }
+
+        ASSERT_TRUE(server->start());
+        QTest::qWait(kPause + 50);
+        ScriptedMessages boxes;
+        EXPECT_TRUE(addPromo(*form, 20));
+        EXPECT_TRUE(boxes.shown().isEmpty()) << boxes.texts().join(QLatin1Char('|')).toStdString();
+        const QList<PromoPriceRecord> rows = itemPromos();
+        ASSERT_EQ(rows.size(), 1) << "only the save the user was told of";
+        EXPECT_EQ(rows[0].EndDate.date(), kToday.addDays(20));
+        EXPECT_EQ(rows[0].PriceChange, Money::fromWhole(25));
+    }
+}
+
+TEST_F(ServerLoss, AfterAReconnectTheTablesAreFreshAndNoUpdateLandsOnAnotherRow)
+{
+    build(20, 0);
+    open();
+    gfiDB_Execute(QStringLiteral("DELETE FROM PromoPrices"));
+    for (int i = 1; i <= 3; ++i) {
+        gpPromo_clear();
+        gPromo.SL = kSL, gPromo.Store = 1, gPromo.UniqueID = i, gPromo.Poll = QStringLiteral("Y");
+        gPromo.StartDate = QDateTime(kToday, QTime(0, 0)), gPromo.EndDate = QDateTime(kToday.addDays(i), QTime(0, 0));
+        gPromo.PriceChange = Money::fromWhole(i);
+        ASSERT_TRUE(gfbDB_RecordOp(kPromoTable, kOpInsert));
+    }
+    const auto readThird = [] {
+        gpPromo_clear();
+        gPromo.SL = kSL, gPromo.EndDate = QDateTime(kToday.addDays(3), QTime(0, 0));
+        return gfbDB_RecordOp(kPromoTable, kOpEqual, 0) && gPromo.UniqueID == 3;
+    };
+    const auto changes = [] {
+        QList<int> list;
+        for (const PromoPriceRecord &p : itemPromos())
+            list << int(p.PriceChange.units() / 10000);
+        return list;
+    };
+    ASSERT_TRUE(readThird());
+
+    ASSERT_TRUE(server->stop());
+    ASSERT_TRUE(server->start());
     {
         ScriptedMessages boxes;
-        EXPECT_FALSE(addPromo(*form, 10)) << "the editor stays open on a failed save";
-        ASSERT_FALSE(boxes.shown().isEmpty());
-        EXPECT_TRUE(isConnectionError(boxes.shown()[0])) << boxes.texts().join(QLatin1Char('|')).toStdString();
-        EXPECT_EQ(boxes.shown()[0].icon, MsgIcon::Critical);
+        gPromo.PriceChange = Money::fromWhole(9);
+        EXPECT_FALSE(gfbDB_RecordOp(kPromoTable, kOpUpdate)) << "the first statement finds the server gone";
+        EXPECT_EQ(boxes.shown().size(), 1);
+        EXPECT_TRUE(!boxes.shown().isEmpty() && isConnectionError(boxes.shown()[0]))
+            << boxes.texts().join(QLatin1Char('|')).toStdString();
+        QTest::qWait(kPause + 50);
+        // The next action reconnects on fresh record sets: the row read before is not one of them.
+        EXPECT_FALSE(gfbDB_RecordOp(kPromoTable, kOpUpdate));
+        EXPECT_EQ(gDBErr().number, DbError::kRowChanged);
+        EXPECT_EQ(boxes.shown().size(), 1);
     }
-
-    ASSERT_TRUE(server->start());
-    QTest::qWait(kPause + 50);
-    ScriptedMessages boxes;
-    EXPECT_TRUE(addPromo(*form, 20));
-    EXPECT_TRUE(boxes.shown().isEmpty()) << boxes.texts().join(QLatin1Char('|')).toStdString();
-    const QList<PromoPriceRecord> rows = itemPromos();
-    ASSERT_EQ(rows.size(), 1) << "only the save the user was told of";
-    EXPECT_EQ(rows[0].EndDate.date(), kToday.addDays(20));
-    EXPECT_EQ(rows[0].PriceChange, Money::fromWhole(25));
+    EXPECT_EQ(changes(), (QList<int>{1, 2, 3})) << "nothing written";
+    ASSERT_TRUE(readThird());
+    gPromo.PriceChange = Money::fromWhole(9);
+    EXPECT_TRUE(gfbDB_RecordOp(kPromoTable, kOpUpdate));
+    EXPECT_EQ(changes(), (QList<int>{1, 2, 9}));
 }
 
 TEST_F(ServerLoss, AServerKilledDuringTheAllItemsFillCostsAMessageNotTheRun)

@@ -3,6 +3,8 @@
 #include "lookup/DataLookupRows.h"
 #include "support/ScriptedMessages.h"
 
+#include <algorithm>
+
 using namespace qln;
 using namespace qln::test;
 
@@ -81,4 +83,48 @@ TEST_F(DataLookupRows, TheItemsStatementIsTheSuitesText)
                              "RecordNum FROM %1 left join %2 on %1.recordnum=%2.invuid WHERE NonDecrement<>'Y' AND "
                              "Kit<>'Y' AND Status = ' ' AND SubDescription <> 'MATRIX ROOT' ORDER BY ITEMID")
                   .arg(inv, upc));
+}
+
+namespace {
+
+// The purchasing program's vendor tables, with the columns the lookup reads.
+void vendorTablesCreate()
+{
+    ASSERT_TRUE(dbConnection().execute(QStringLiteral("CREATE TABLE VENDORS (VendorCode CHAR (15), APCode CHAR (10), "
+                                           "Business CHAR (30), LastName CHAR (20))")));
+    ASSERT_TRUE(dbConnection().execute(QStringLiteral("CREATE TABLE ITEMVENDORS (Recordnum INTEGER, VendorCode CHAR (15), "
+                                           "APCode CHAR (10), VendorItemID CHAR (20), Cost DECIMAL (18,4))")));
+    for (const char *row : {"'ACME','AP1','Acme Tools','Smith'", "'ONEIL','AP''2','','O''Neil'", "'ZED','AP3','Best Bolts','Zed'"})
+        ASSERT_EQ(gfiDB_Execute(QStringLiteral("INSERT INTO VENDORS VALUES (%1)").arg(QLatin1String(row))), 1);
+    for (const char *row : {"1,'ACME','AP1','A-1',2.5", "1,'ONEIL','AP''2','O-1',NULL", "2,'ONEIL','AP''2','O-2',1.25",
+                            "3,'ZED','AP3','Z-3',4"})
+        ASSERT_EQ(gfiDB_Execute(QStringLiteral("INSERT INTO ITEMVENDORS VALUES (%1)").arg(QLatin1String(row))), 1);
+}
+
+} // namespace
+
+TEST_F(DataLookupRows, VendorModesReadThePurchasingTablesAndAQuotedAPCodeFindsItsItems)
+{
+    add(item(1, QStringLiteral("Bolt")));
+    add(item(2, QStringLiteral("Nut")));
+    vendorTablesCreate();
+
+    QList<QStringList> rows;
+    ASSERT_TRUE(gfbDataLookup_Vendors(kLookupVendors, QString(), rows));
+    EXPECT_EQ(rows, (QList<QStringList>{strings({"ONEIL", "AP'2", "O'Neil", ""}), strings({"ACME", "AP1", "Acme Tools", ""}),
+                                        strings({"ZED", "AP3", "Best Bolts", ""})}))
+        << "by business, a blank business first, the last name standing in for it";
+
+    ASSERT_TRUE(gfbDataLookup_Vendors(kLookupItemVendors, QStringLiteral("1"), rows));
+    EXPECT_EQ(rows, (QList<QStringList>{strings({"ACME", "AP1", "A-1", "2.50"}), strings({"ONEIL", "AP'2", "O-1", "0.00"})}))
+        << "no cost stored shows 0.00";
+
+    ASSERT_TRUE(gfbDataLookup_Vendors(kLookupVendorItems, QStringLiteral("AP'2"), rows));
+    ASSERT_EQ(rows.size(), 2);
+    std::sort(rows.begin(), rows.end(), [](const QStringList &a, const QStringList &b) { return a[2] < b[2]; });
+    EXPECT_EQ(rows[0], strings({"", "Bolt", "1000000.1", "O-1", "Sub 1", "001.000.000", "2", "0.00"}));
+    EXPECT_EQ(rows[1][1], QStringLiteral("Nut"));
+    EXPECT_TRUE(gfsDataLookup_VendorsSql(kLookupVendorItems, QStringLiteral("AP'2")).endsWith(QStringLiteral(" where APCODE ='AP''2'")));
+    EXPECT_FALSE(gfbDataLookup_Vendors(kLookupItemVendors, QStringLiteral("99"), rows));
+    EXPECT_TRUE(boxes.shown().isEmpty());
 }

@@ -2,6 +2,7 @@
 #include "platform/Recordset.h"
 #include "support/TestDatabase.h"
 
+#include <QSqlError>
 #include <gtest/gtest.h>
 
 using namespace qln;
@@ -184,4 +185,27 @@ TEST_F(ConnectionTest, GroupedReadsLeaveNoTransactionOpen)
     }
     EXPECT_TRUE(conn->execute(QStringLiteral("INSERT INTO T VALUES('c', 3, NULL, 0)")));
     EXPECT_EQ(seenByOther(), 3);
+}
+
+TEST_F(ConnectionTest, AServerThatWentAwayIsToldFromAStatementThatFailed)
+{
+    if (!TestDatabase::onPostgres())
+        GTEST_SKIP() << "only a server can go away";
+    const QString sql = QStringLiteral("SELECT 1");
+    const auto lost = [&](const char *text, const char *code) {
+        return conn->errorFrom(QSqlError(QStringLiteral("QPSQL: Unable to create query"), QString::fromLatin1(text),
+                                         QSqlError::StatementError, QString::fromLatin1(code)),
+                               sql)
+            .connectionLost;
+    };
+    // A fast stop says why; a server gone otherwise leaves only the client library's words.
+    EXPECT_TRUE(lost("FATAL:  terminating connection due to administrator command", "57P01"));
+    EXPECT_TRUE(lost("FATAL:  the database system is shutting down", "57P03"));
+    EXPECT_TRUE(lost("could not send data to server: Broken pipe", ""));
+    EXPECT_TRUE(lost("could not receive data from server: Connection reset by peer", ""));
+    EXPECT_TRUE(lost("server closed the connection unexpectedly", ""));
+    EXPECT_TRUE(lost("connection failure", "08006"));
+    EXPECT_FALSE(lost("ERROR:  syntax error at or near \"x\"", "42601"));
+    EXPECT_FALSE(lost("ERROR:  division by zero", "22012"));
+    EXPECT_FALSE(conn->lost()) << "telling is for the caller";
 }
