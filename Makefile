@@ -1,8 +1,10 @@
 BUILD ?= build
 PREFIX ?= /usr/local
 CMAKE_FLAGS ?= -DCMAKE_BUILD_TYPE=RelWithDebInfo
+FUZZ_BUILD ?= build-fuzz
+FUZZ_SECONDS ?= 60
 
-.PHONY: all deps configure build test run bench clean install
+.PHONY: all deps configure build test run bench clean install fuzz
 
 all: build
 
@@ -29,3 +31,8 @@ clean:
 
 install: build
 	cmake --install $(BUILD) --prefix $(PREFIX)
+
+# The parsers under libFuzzer, each for FUZZ_SECONDS, in a clang build of their own.
+fuzz: deps
+	@[ -f $(FUZZ_BUILD)/build.ninja ] || CC=clang CXX=clang++ cmake -S . -B $(FUZZ_BUILD) -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DQUILLON_FUZZ=ON
+	FUZZ_SECONDS=$(FUZZ_SECONDS) cmake --build $(FUZZ_BUILD) --target fuzz

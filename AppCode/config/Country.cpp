@@ -54,8 +54,14 @@ QStringList readLines(QFile &file)
     return lines;
 }
 
-// The platform's assignment of a number to a 16-bit integer: to the nearest, halves to even.
-qint16 toInt16(double value) { return qint16(std::nearbyint(value)); }
+// The platform's assignment of a number to a 16-bit integer: to the nearest, halves to even. A
+// number beyond its range (the platform's overflow) leaves the value as it was.
+void assignInt16(qint16 &target, double value)
+{
+    const double rounded = std::nearbyint(value);
+    if (rounded >= -32768.0 && rounded <= 32767.0)
+        target = qint16(rounded);
+}
 
 } // namespace
 
@@ -105,10 +111,10 @@ void gpCountry_settings_load(int iCountryID, QString &sTaxLabel2nd)
     gbIncludeTax = value("Include Tax in Displayed Price") == QLatin1String("Y");
     sTaxLabel2nd = gfsText_pad(value("Label For Tax"), 3, QStringLiteral(" "), 2);
     if (value("Round") == QLatin1String("Y"))
-        giRoundTo = toInt16(gfdNumber_value(value("Round To")));
+        assignInt16(giRoundTo, gfdNumber_value(value("Round To")));
     const QString drawers = value("DrawerCount");
     if (drawers.size() > 5)
-        giDrawerCount = toInt16(gfdNumber_value(drawers.mid(4)));
+        assignInt16(giDrawerCount, gfdNumber_value(drawers.mid(4)));
     const QString check = value("Check");
     gsCheck = check == kCountryNotFound ? QString() : check;
 }

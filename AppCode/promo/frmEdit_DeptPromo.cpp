@@ -14,6 +14,7 @@
 #include "promo/PromoEditor.h"
 #include "promo/PromoList.h"
 #include "promo/PromoPricing.h"
+#include "promo/PromoSave.h"
 #include "store/Common.h"
 #include "store/Departments.h"
 #include "store/RecordOps.h"
@@ -214,23 +215,12 @@ void frmEdit_DeptPromo::cmdAccept_Click()
 
 bool frmEdit_DeptPromo::mfbSave()
 {
-    PromoPriceRecord &p = gPromo;
-    p.StartDate = QDateTime(*gfdDate_parse(txtEdit[kStartBox]->text()), QTime(0, 0));
-    p.EndDate = QDateTime(*gfdDate_parse(txtEdit[kEndBox]->text()), QTime(0, 0));
-    p.Dept = gDept.DeptCode;
-    p.ChangeDate = QDateTime(Clock::today(), QTime(0, 0));
-    p.Invuid = 0;
     const bool money = Option1[kOptionMoney]->isChecked();
     const std::optional<Money> amount = gfcPromoEditor_amount(txtEdit[money ? kMoneyBox : kPercentBox]->text());
     if (!amount)
         return false;
-    p.ChangeType = money ? kChangeBy : kChangeByPercent;
-    p.PriceChange = *amount;
-    p.Store = gCommon.StoreNumber;
-    p.Poll = QStringLiteral("Y");
-    if (p.UniqueID == 0)
-        p.UniqueID = gfiPromo_UniqueID_next(kPromoTable);
-    return gfbDB_RecordOp(kPromoTable, EditMode == kModeAdd ? kOpInsert : kOpUpdate, 3);
+    return gfbDeptPromo_save(EditMode == kModeAdd, {*gfdDate_parse(txtEdit[kStartBox]->text()), *gfdDate_parse(txtEdit[kEndBox]->text()),
+                                                     money ? kChangeBy : kChangeByPercent, *amount});
 }
 
 void frmEdit_DeptPromo::cmdCalendar_Click()

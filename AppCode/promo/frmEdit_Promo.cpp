@@ -17,6 +17,7 @@
 #include "promo/PromoEditor.h"
 #include "promo/PromoList.h"
 #include "promo/PromoPricing.h"
+#include "promo/PromoSave.h"
 #include "store/Common.h"
 #include "store/Inventory.h"
 #include "store/RecordOps.h"
@@ -277,25 +278,8 @@ bool frmEdit_Promo::mfbSave()
     const std::optional<Money> amount = gfcPromoEditor_amount(txtEdit[kFirstAmountBox + option]->text());
     if (!amount)
         return false;
-    PromoPriceRecord &p = gPromo;
-    p.SL = gInventory.SL;
-    p.Invuid = gInventory.RecordNum;
-    p.StartDate = QDateTime(*gfdDate_parse(txtEdit[kStartBox]->text()), QTime(0, 0));
-    p.EndDate = QDateTime(*gfdDate_parse(txtEdit[kEndBox]->text()), QTime(0, 0));
-    p.Dept = QString(11, QLatin1Char(' '));
-    p.ChangeDate = QDateTime(Clock::today(), QTime(0, 0));
-    p.ChangeType = qint16(option);
-    p.PriceChange = *amount;
-    p.Store = gCommon.StoreNumber;
-    p.Poll = QStringLiteral("Y");
-    if (p.UniqueID == 0)
-        p.UniqueID = gfiPromo_UniqueID_next(kPromoTable);
-    if (!gfbDB_RecordOp(kPromoTable, miMode == kModeAdd ? kOpInsert : kOpUpdate, 2))
-        return false;
-    if (!gfbDB_RecordOp(kInventoryTable, kOpEqual, 0))
-        return true;
-    gInventory.FlgPromoPrice = QStringLiteral("Y");
-    return gfbDB_RecordOp(kInventoryTable, kOpUpdate, 0);
+    return gfbItemPromo_save(miMode == kModeAdd, {*gfdDate_parse(txtEdit[kStartBox]->text()), *gfdDate_parse(txtEdit[kEndBox]->text()),
+                                                  qint16(option), *amount});
 }
 
 void frmEdit_Promo::cmdCalendar_Click()

@@ -92,3 +92,27 @@ TEST_F(CountryTest, LoadOfOtherCountries)
     EXPECT_TRUE(gsCheck.isEmpty());
     EXPECT_TRUE(gsTaxChangeDate.isEmpty());
 }
+
+// Found by fuzzing: a rounding or drawer count beyond a 16-bit count was converted anyway,
+// which is undefined; such a number now leaves the value as it was.
+TEST_F(CountryTest, FuzzFindingCountsBeyondSixteenBitsLeaveTheValue)
+{
+    giRoundTo = 5, giDrawerCount = 2;
+    for (const char *text : {"[Country]1\r\n[Round]Y\r\n[Round To]1e9999\r\n[DrawerCount]CNT=99999999\r\n",
+                             "[Country]1\r\n[Round]Y\r\n[Round To]-40000\r\n[DrawerCount]CNT=32768\r\n"}) {
+        QFile f(m_data.path() + s("/Country.set"));
+        ASSERT_TRUE(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        f.write(text);
+        f.close();
+        gpCountry_settings_load(1, m_label);
+        EXPECT_EQ(giRoundTo, 5) << text;
+        EXPECT_EQ(giDrawerCount, 2) << text;
+    }
+    QFile f(m_data.path() + s("/Country.set"));
+    ASSERT_TRUE(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    f.write("[Country]1\r\n[Round]Y\r\n[Round To]32767\r\n[DrawerCount]CNT=-32768\r\n");
+    f.close();
+    gpCountry_settings_load(1, m_label);
+    EXPECT_EQ(giRoundTo, 32767);
+    EXPECT_EQ(giDrawerCount, -32768);
+}
