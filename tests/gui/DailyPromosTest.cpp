@@ -14,6 +14,7 @@
 #include "shell/Startup.h"
 #include "store/Common.h"
 #include "store/RecordOps.h"
+#include "support/FormFinder.h"
 #include "support/QtPrinters.h"
 #include "support/ScriptedMessages.h"
 #include "support/TestDatabase.h"
@@ -39,20 +40,8 @@ const QDate kToday(2025, 5, 14);
 QString shortDate(const QDate &date) { return gfsDate_short(date, QStringLiteral("N")); }
 QDateTime midnight(const QDate &date) { return QDateTime(date, QTime(0, 0)); }
 
-template <typename T> T *child(QWidget &form, const QString &name)
-{
-    T *widget = form.findChild<T *>(name);
-    EXPECT_NE(widget, nullptr) << name.toStdString();
-    return widget;
-}
-QPushButton *cmd(QWidget &f, const QString &name) { return child<QPushButton>(f, name); }
 QLineEdit *txtEdit(QWidget &f, int i) { return child<QLineEdit>(f, QStringLiteral("txtEdit(%1)").arg(i)); }
 QRadioButton *option(QWidget &f, int i) { return child<QRadioButton>(f, QStringLiteral("Option1(%1)").arg(i)); }
-void typeInto(QLineEdit *box, const QString &text)
-{
-    box->clear();
-    QTest::keyClicks(box, text);
-}
 
 // What the editor showed when it opened.
 struct EditorFace {

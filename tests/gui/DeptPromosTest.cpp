@@ -13,6 +13,7 @@
 #include "store/Common.h"
 #include "store/Departments.h"
 #include "store/RecordOps.h"
+#include "support/FormFinder.h"
 #include "support/QtPrinters.h"
 #include "support/ScriptedMessages.h"
 #include "support/TestDatabase.h"
@@ -40,19 +41,7 @@ const QString kDairy = QStringLiteral("003.000.000");
 
 QString shortDate(const QDate &date) { return gfsDate_short(date, QStringLiteral("N")); }
 
-template <typename T> T *child(QWidget &form, const QString &name)
-{
-    T *widget = form.findChild<T *>(name);
-    EXPECT_NE(widget, nullptr) << name.toStdString();
-    return widget;
-}
-QPushButton *cmd(QWidget &f, const QString &name) { return child<QPushButton>(f, name); }
 QLineEdit *txtEdit(QWidget &f, int i) { return child<QLineEdit>(f, QStringLiteral("txtEdit(%1)").arg(i)); }
-void typeInto(QLineEdit *box, const QString &text)
-{
-    box->clear();
-    QTest::keyClicks(box, text);
-}
 
 class DeptPromos : public ::testing::Test {
 protected:

@@ -20,6 +20,7 @@
 #include "store/Common.h"
 #include "store/Inventory.h"
 #include "store/RecordOps.h"
+#include "support/FormFinder.h"
 #include "support/QtPrinters.h"
 #include "support/ScriptedMessages.h"
 #include "support/TestDatabase.h"
@@ -43,19 +44,7 @@ const QDate kToday(2025, 6, 2);
 QString shortDate(const QDate &date) { return gfsDate_short(date, QStringLiteral("N")); }
 QDateTime day(const QDate &date) { return QDateTime(date, QTime(0, 0)); }
 
-template <typename T> T *child(QWidget &form, const QString &name)
-{
-    T *widget = form.findChild<T *>(name);
-    EXPECT_NE(widget, nullptr) << name.toStdString();
-    return widget;
-}
-QPushButton *cmd(QWidget &f, const QString &name) { return child<QPushButton>(f, name); }
 FlexGrid &grid(QWidget &f) { return *child<FlexGrid>(f, QStringLiteral("fgrdItems")); }
-void typeInto(QLineEdit *box, const QString &text)
-{
-    box->clear();
-    QTest::keyClicks(box, text);
-}
 
 class GroupPromos : public ::testing::Test {
 protected:

@@ -17,6 +17,7 @@
 #include "store/Database.h"
 #include "store/Inventory.h"
 #include "store/RecordOps.h"
+#include "support/FormFinder.h"
 #include "support/ScriptedMessages.h"
 #include "support/TestDatabase.h"
 
@@ -41,20 +42,8 @@ constexpr qint32 kInvuid = 18; // demo items are numbered from 11
 
 QString shortDate(const QDate &date) { return gfsDate_short(date, QStringLiteral("N")); }
 
-template <typename T> T *child(QWidget &form, const QString &name)
-{
-    T *widget = form.findChild<T *>(name);
-    EXPECT_NE(widget, nullptr) << name.toStdString();
-    return widget;
-}
 QLineEdit *txtEdit(QWidget &f, int i) { return child<QLineEdit>(f, QStringLiteral("txtEdit(%1)").arg(i)); }
-QPushButton *cmd(QWidget &f, const QString &name) { return child<QPushButton>(f, name); }
 QString label(QWidget &f, const QString &name) { return child<QLabel>(f, name)->text(); }
-void typeInto(QLineEdit *box, const QString &text)
-{
-    box->clear();
-    QTest::keyClicks(box, text);
-}
 
 // What the user types into the editor: the option, its amount and the two dates.
 struct EditorInput {

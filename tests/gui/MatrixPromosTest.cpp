@@ -17,6 +17,7 @@
 #include "store/MatrixGroups.h"
 #include "store/MtxItem.h"
 #include "store/RecordOps.h"
+#include "support/FormFinder.h"
 #include "support/ScriptedMessages.h"
 #include "support/TestDatabase.h"
 
@@ -40,18 +41,6 @@ const QDate kToday(2025, 5, 14);
 
 QString shortDate(const QDate &date) { return gfsDate_short(date, QStringLiteral("N")); }
 
-template <typename T> T *child(QWidget &form, const QString &name)
-{
-    T *widget = form.findChild<T *>(name);
-    EXPECT_NE(widget, nullptr) << name.toStdString();
-    return widget;
-}
-QPushButton *cmd(QWidget &f, const QString &name) { return child<QPushButton>(f, name); }
-void typeInto(QLineEdit *box, const QString &text)
-{
-    box->clear();
-    QTest::keyClicks(box, text);
-}
 
 class MatrixWindow : public ::testing::Test {
 protected:
