@@ -15,7 +15,7 @@ constexpr int kResources = 3;
 constexpr int kInfo = 4;
 constexpr int kFirstFree = 5;
 
-// The characters of codes 0x80 to 0x9F of the Windows Latin-1 code page; 0 where it has none.
+// The characters of codes 0x80 to 0x9F of the PDF standard Latin encoding (WinAnsiEncoding); 0 where it has none.
 constexpr char16_t kHighCodes[32] = {
     0x20AC, 0,      0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
     0x2039, 0x0152, 0,      0x017D, 0,      0,      0x2018, 0x2019, 0x201C, 0x201D, 0x2022,

@@ -15,8 +15,8 @@ namespace qln {
 
 // A PDF of a list written by hand. The general PDF writer shapes every cell and places each
 // glyph on its own, which made a list of 50,000 rows cost forty times its CSV; a list needs
-// no more than the standard sans and mono faces, text in the Windows Latin-1 code page, and
-// page contents deflated fast. The faces' widths are taken from the screen fonts of the same
+// no more than the standard sans and mono faces, text in the PDF standard Latin encoding
+// (WinAnsiEncoding), and page contents deflated fast. The faces' widths are taken from the screen fonts of the same
 // metrics and written into the file, so the text sits where the layout put it.
 class PdfListWriter final : public PrintCanvas {
 public:
