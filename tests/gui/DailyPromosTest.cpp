@@ -14,6 +14,7 @@
 #include "shell/Startup.h"
 #include "store/Common.h"
 #include "store/RecordOps.h"
+#include "support/DemoStore.h"
 #include "support/FormFinder.h"
 #include "support/QtPrinters.h"
 #include "support/ScriptedMessages.h"
@@ -53,17 +54,7 @@ class DailyPromos : public ::testing::Test {
 protected:
     void SetUp() override
     {
-        gpProcess_reset();
-        Clock::setFixed(QDateTime(kToday, QTime(10, 30)));
-        gsAppPath = program.path();
-        demo::DemoOptions o = demo::gfDemo_options(db.info(), db.dataPath(), 20);
-        o.promos = 0;
-        demo::DemoReport report;
-        QString error;
-        ASSERT_TRUE(demo::gfbDemo_build(o, report, error)) << error.toStdString();
-        gpProcess_reset();
-        ASSERT_TRUE(gfbStartup_prepare(QStringLiteral("/DATAPATH=") + db.dataPath()));
-        gfiDB_Execute(QStringLiteral("DELETE FROM PromoPrices"));
+        ASSERT_TRUE(gfDemoStore_open(db, program.path(), QDateTime(kToday, QTime(10, 30)), 20));
         gCommon.MultiStore = QStringLiteral(" ");
     }
     void TearDown() override

@@ -13,6 +13,7 @@
 #include "store/Common.h"
 #include "store/Departments.h"
 #include "store/RecordOps.h"
+#include "support/DemoStore.h"
 #include "support/FormFinder.h"
 #include "support/QtPrinters.h"
 #include "support/ScriptedMessages.h"
@@ -47,17 +48,7 @@ class DeptPromos : public ::testing::Test {
 protected:
     void SetUp() override
     {
-        gpProcess_reset();
-        Clock::setFixed(QDateTime(kToday, QTime(10, 30)));
-        gsAppPath = program.path();
-        demo::DemoOptions o = demo::gfDemo_options(db.info(), db.dataPath(), 20);
-        o.promos = 0;
-        demo::DemoReport report;
-        QString error;
-        ASSERT_TRUE(demo::gfbDemo_build(o, report, error)) << error.toStdString();
-        gpProcess_reset();
-        ASSERT_TRUE(gfbStartup_prepare(QStringLiteral("/DATAPATH=") + db.dataPath()));
-        gfiDB_Execute(QStringLiteral("DELETE FROM PromoPrices"));
+        ASSERT_TRUE(gfDemoStore_open(db, program.path(), QDateTime(kToday, QTime(10, 30)), 20));
         gCommon.MultiStore = QStringLiteral(" ");
         gDept = DeptRecord();
     }

@@ -20,6 +20,7 @@
 #include "store/Common.h"
 #include "store/Inventory.h"
 #include "store/RecordOps.h"
+#include "support/DemoStore.h"
 #include "support/FormFinder.h"
 #include "support/QtPrinters.h"
 #include "support/ScriptedMessages.h"
@@ -50,17 +51,7 @@ class GroupPromos : public ::testing::Test {
 protected:
     void SetUp() override
     {
-        gpProcess_reset();
-        Clock::setFixed(QDateTime(kToday, QTime(9, 0)));
-        gsAppPath = program.path();
-        demo::DemoOptions o = demo::gfDemo_options(db.info(), db.dataPath(), 20);
-        o.promos = 0;
-        demo::DemoReport report;
-        QString error;
-        ASSERT_TRUE(demo::gfbDemo_build(o, report, error)) << error.toStdString();
-        gpProcess_reset();
-        ASSERT_TRUE(gfbStartup_prepare(QStringLiteral("/DATAPATH=") + db.dataPath()));
-        gfiDB_Execute(QStringLiteral("DELETE FROM PromoPrices"));
+        ASSERT_TRUE(gfDemoStore_open(db, program.path(), QDateTime(kToday, QTime(9, 0)), 20));
         QFile::remove(gfsGroups_file()); // each test writes the groups it needs
         gCommon.MultiStore = QStringLiteral(" ");
         gGroupPromo = PromoPriceRecord();

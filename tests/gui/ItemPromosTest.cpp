@@ -17,6 +17,7 @@
 #include "store/Database.h"
 #include "store/Inventory.h"
 #include "store/RecordOps.h"
+#include "support/DemoStore.h"
 #include "support/FormFinder.h"
 #include "support/ScriptedMessages.h"
 #include "support/TestDatabase.h"
@@ -57,19 +58,9 @@ class ItemPromos : public ::testing::Test {
 protected:
     void SetUp() override
     {
-        gpProcess_reset();
-        Clock::setFixed(QDateTime(kToday, QTime(10, 30)));
-        gsAppPath = program.path();
-        demo::DemoOptions o = demo::gfDemo_options(db.info(), db.dataPath(), 50);
-        o.promos = 0;
-        demo::DemoReport report;
-        QString error;
-        ASSERT_TRUE(demo::gfbDemo_build(o, report, error)) << error.toStdString();
-        gpProcess_reset();
-        ASSERT_TRUE(gfbStartup_prepare(QStringLiteral("/DATAPATH=") + db.dataPath()));
+        ASSERT_TRUE(gfDemoStore_open(db, program.path(), QDateTime(kToday, QTime(10, 30)), 50));
         ASSERT_GT(gfiDB_Execute(QStringLiteral("UPDATE invt1 SET AllowDiscounts='Y', Price=10, PriceIncTax=10.65, Cost=6 "
                                                "WHERE SL='10000007'")), 0);
-        gfiDB_Execute(QStringLiteral("DELETE FROM PromoPrices"));
         gCommon.MultiStore = QStringLiteral("N");
         boxes.clear();
     }

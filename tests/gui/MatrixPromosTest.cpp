@@ -17,6 +17,7 @@
 #include "store/MatrixGroups.h"
 #include "store/MtxItem.h"
 #include "store/RecordOps.h"
+#include "support/DemoStore.h"
 #include "support/FormFinder.h"
 #include "support/ScriptedMessages.h"
 #include "support/TestDatabase.h"
@@ -46,17 +47,7 @@ class MatrixWindow : public ::testing::Test {
 protected:
     void SetUp() override
     {
-        gpProcess_reset();
-        Clock::setFixed(QDateTime(kToday, QTime(10, 30)));
-        gsAppPath = program.path();
-        demo::DemoOptions o = demo::gfDemo_options(db.info(), db.dataPath(), 300); // three matrices of 12
-        o.promos = 0;
-        demo::DemoReport report;
-        QString error;
-        ASSERT_TRUE(demo::gfbDemo_build(o, report, error)) << error.toStdString();
-        gpProcess_reset();
-        ASSERT_TRUE(gfbStartup_prepare(QStringLiteral("/DATAPATH=") + db.dataPath()));
-        gfiDB_Execute(QStringLiteral("DELETE FROM PromoPrices"));
+        ASSERT_TRUE(gfDemoStore_open(db, program.path(), QDateTime(kToday, QTime(10, 30)), 300)); // three matrices of 12
         gCommon.MultiStore = QStringLiteral(" ");
     }
     void TearDown() override
