@@ -1,9 +1,21 @@
 #include "BenchDataSet.h"
 
 #include "DemoData.h"
+#include "common/ProcessState.h"
+#include "lookup/FlexGrid.h"
+#include "platform/Clock.h"
 #include "platform/Settings.h"
+#include "promo/PromoPricing.h"
 #include "shell/Startup.h"
+#include "store/Database.h"
+#include "store/RecordOps.h"
+#include "support/ScriptedMessages.h"
 #include "support/TestDatabase.h"
+
+#include <QAbstractButton>
+#include <QSqlError>
+#include <QSqlQuery>
+#include <benchmark/benchmark.h>
 
 namespace qln::bench {
 
@@ -41,6 +53,53 @@ bool gfbDemo_open()
 {
     static const bool opened = !gsDemo_path().isEmpty() && gfbStartup_prepare(QStringLiteral("/DATAPATH=") + gsDemo_path());
     return opened;
+}
+
+void gpPromos_add(int count, const std::function<void(int)> &fill)
+{
+    dbConnection().database().transaction();
+    qint32 unique = gfiPromo_UniqueID_next(kPromoTable);
+    for (int i = 0; i < count; ++i) {
+        gpPromo_clear();
+        fill(i);
+        gPromo.UniqueID = unique++;
+        gfbDB_RecordOp(kPromoTable, kOpInsert);
+    }
+    dbConnection().database().commit();
+}
+
+void gpClicks_time(benchmark::State &state, QAbstractButton &button, const FlexGrid &grid, const test::ScriptedMessages &boxes)
+{
+    quint64 statements = 0;
+    for (auto _ : state) {
+        const quint64 before = dbConnection().statementCount();
+        button.click();
+        statements = dbConnection().statementCount() - before;
+    }
+    state.counters["rows"] = grid.Rows() - 1;
+    state.counters["statements"] = double(statements);
+    if (!boxes.shown().isEmpty())
+        state.SkipWithError(boxes.texts().join(QLatin1Char('|')).toUtf8().constData());
+}
+
+void gpQuery_time(benchmark::State &state, const QString &sql, int columns)
+{
+    QSqlQuery q(dbConnection().database());
+    q.setForwardOnly(true);
+    int rows = 0;
+    for (auto _ : state) {
+        q.prepare(sql);
+        q.addBindValue(QDateTime(Clock::today(), QTime(0, 0)).toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")));
+        if (!q.exec())
+            return state.SkipWithError(q.lastError().text().toUtf8().constData());
+        rows = 0;
+        while (q.next()) {
+            for (int c = 0; c < columns; ++c)
+                benchmark::DoNotOptimize(q.value(c));
+            ++rows;
+        }
+    }
+    state.counters["rows"] = rows;
 }
 
 } // namespace qln::bench

@@ -9,10 +9,10 @@
 #include "promo/frmDeptMain.h"
 #include "store/Database.h"
 #include "store/RecordOps.h"
+
 #include "support/ScriptedMessages.h"
 
 #include <QPushButton>
-#include <QSqlError>
 #include <QSqlQuery>
 #include <benchmark/benchmark.h>
 
@@ -41,20 +41,16 @@ bool openDataSet()
         while (q.next())
             codes << q.value(0).toString();
         const QDate today = Clock::today();
-        dbConnection().database().transaction();
-        qint32 unique = gfiPromo_UniqueID_next(kPromoTable);
-        for (int i = deptPromoRows(); i < wanted; ++i) {
-            gpPromo_clear();
+        const int first = deptPromoRows();
+        bench::gpPromos_add(std::max(0, wanted - first), [&](int n) {
+            const int i = first + n;
             gPromo.Store = 1, gPromo.Poll = QStringLiteral("Y"), gPromo.SL = QStringLiteral("        ");
             gPromo.Dept = codes[i % codes.size()];
             gPromo.StartDate = QDateTime(today.addDays(i % 90 - 60), QTime(0, 0));
             gPromo.EndDate = gPromo.StartDate.addDays(7 + i % 40);
             gPromo.ChangeDate = gPromo.StartDate;
             gPromo.ChangeType = qint16(1 + i % 2), gPromo.PriceChange = Money::fromWhole(1 + i % 20);
-            gPromo.UniqueID = unique++;
-            gfbDB_RecordOp(kPromoTable, kOpInsert);
-        }
-        dbConnection().database().commit();
+        });
         return true;
     }();
     return opened;
@@ -67,19 +63,9 @@ void BM_AllDepartmentsView(benchmark::State &state)
     test::ScriptedMessages boxes;
     frmDeptMain form;
     form.show();
-    auto *viewAll = form.findChild<QPushButton *>(QStringLiteral("CmdDept(1)"));
-    auto *grid = form.findChild<FlexGrid *>(QStringLiteral("fgrdItems"));
-    quint64 statements = 0;
-    for (auto _ : state) {
-        const quint64 before = dbConnection().statementCount();
-        viewAll->click();
-        statements = dbConnection().statementCount() - before;
-    }
-    state.counters["rows"] = grid->Rows() - 1;
-    state.counters["statements"] = double(statements);
+    bench::gpClicks_time(state, *form.findChild<QPushButton *>(QStringLiteral("CmdDept(1)")),
+                         *form.findChild<FlexGrid *>(QStringLiteral("fgrdItems")), boxes);
     state.counters["deptPromos"] = deptPromoRows();
-    if (!boxes.shown().isEmpty())
-        state.SkipWithError(boxes.texts().join(QLatin1Char('|')).toUtf8().constData());
 }
 
 // The same rows by one statement: live department promos with the names of their three
@@ -88,29 +74,14 @@ void BM_AllDepartmentsQuery(benchmark::State &state)
 {
     if (!openDataSet())
         return state.SkipWithError("no data set");
-    QSqlQuery q(dbConnection().database());
-    q.setForwardOnly(true);
-    const QString sql = QStringLiteral(
-        "SELECT p.*, d1.Department, d2.Department, d3.Department FROM PromoPrices p "
-        "LEFT JOIN Departments d1 ON d1.DeptCode = SUBSTR(p.Dept, 1, 3) || '.000.000' "
-        "LEFT JOIN Departments d2 ON d2.DeptCode = SUBSTR(p.Dept, 1, 7) || '.000' "
-        "LEFT JOIN Departments d3 ON d3.DeptCode = p.Dept "
-        "WHERE p.Dept > '000.000.000' AND p.StartDate > '1990-01-01 00:00:00' AND p.EndDate >= ? "
-        "AND p.ChangeType <> 99 AND p.ChangeType > 0 ORDER BY p.Dept");
-    int rows = 0;
-    for (auto _ : state) {
-        q.prepare(sql);
-        q.addBindValue(QDateTime(Clock::today(), QTime(0, 0)).toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")));
-        if (!q.exec())
-            return state.SkipWithError(q.lastError().text().toUtf8().constData());
-        rows = 0;
-        while (q.next()) {
-            for (int c = 0; c < 15; ++c)
-                benchmark::DoNotOptimize(q.value(c));
-            ++rows;
-        }
-    }
-    state.counters["rows"] = rows;
+    bench::gpQuery_time(state,
+                        QStringLiteral("SELECT p.*, d1.Department, d2.Department, d3.Department FROM PromoPrices p "
+                                       "LEFT JOIN Departments d1 ON d1.DeptCode = SUBSTR(p.Dept, 1, 3) || '.000.000' "
+                                       "LEFT JOIN Departments d2 ON d2.DeptCode = SUBSTR(p.Dept, 1, 7) || '.000' "
+                                       "LEFT JOIN Departments d3 ON d3.DeptCode = p.Dept "
+                                       "WHERE p.Dept > '000.000.000' AND p.StartDate > '1990-01-01 00:00:00' AND p.EndDate >= ? "
+                                       "AND p.ChangeType <> 99 AND p.ChangeType > 0 ORDER BY p.Dept"),
+                        15);
 }
 
 } // namespace

@@ -15,8 +15,6 @@
 
 #include <QCheckBox>
 #include <QPushButton>
-#include <QSqlError>
-#include <QSqlQuery>
 #include <benchmark/benchmark.h>
 
 using namespace qln;
@@ -32,15 +30,12 @@ bool openDataSet()
         if (!bench::gfbDemo_open())
             return false;
         const QDate today = Clock::today();
-        for (int i = 0; i < 50; ++i) {
-            gpPromo_clear();
+        bench::gpPromos_add(50, [&](int i) {
             gPromo.SL = QStringLiteral("10000000"), gPromo.Invuid = kBusyItem, gPromo.Store = 1, gPromo.Poll = QStringLiteral("Y");
             gPromo.StartDate = QDateTime(today.addDays(2 * i), QTime(0, 0));
             gPromo.EndDate = QDateTime(today.addDays(2 * i + 1), QTime(0, 0));
             gPromo.ChangeType = kChangeBy, gPromo.PriceChange = Money::fromWhole(1);
-            gPromo.UniqueID = gfiPromo_UniqueID_next(kPromoTable);
-            gfbDB_RecordOp(kPromoTable, kOpInsert);
-        }
+        });
         return true;
     }();
     return opened;
@@ -57,19 +52,9 @@ void allItemsFace(benchmark::State &state, int batch)
     gpPromoItems_batch_set(batch);
     frmMain form;
     form.show();
-    auto *viewAll = form.findChild<QPushButton *>(QStringLiteral("CmdViewAll"));
-    auto *grid = form.findChild<FlexGrid *>(QStringLiteral("fgrdItems"));
-    quint64 statements = 0;
-    for (auto _ : state) {
-        const quint64 before = dbConnection().statementCount();
-        viewAll->click();
-        statements = dbConnection().statementCount() - before;
-    }
+    bench::gpClicks_time(state, *form.findChild<QPushButton *>(QStringLiteral("CmdViewAll")),
+                         *form.findChild<FlexGrid *>(QStringLiteral("fgrdItems")), boxes);
     gpPromoItems_batch_set(PromoItems::kDefaultBatch);
-    state.counters["rows"] = grid->Rows() - 1;
-    state.counters["statements"] = double(statements);
-    if (!boxes.shown().isEmpty())
-        state.SkipWithError(boxes.texts().join(QLatin1Char('|')).toUtf8().constData());
 }
 
 void BM_AllItemsFace(benchmark::State &state) { allItemsFace(state, PromoItems::kDefaultBatch); }
@@ -80,25 +65,10 @@ void BM_AllItemsJoin(benchmark::State &state)
 {
     if (!openDataSet())
         return state.SkipWithError("no data set");
-    QSqlQuery q(dbConnection().database());
-    q.setForwardOnly(true);
     const QString sql = QStringLiteral(
         "SELECT p.*, i.SL, i.Description, i.Price, i.PriceIncTax FROM PromoPrices p JOIN %1 i ON i.RecordNum = p.Invuid "
         "WHERE p.Invuid > 10 AND p.EndDate >= ? AND p.ChangeType <> 99").arg(dbuaTable[kInventoryTable].sSqlFile);
-    int rows = 0;
-    for (auto _ : state) {
-        q.prepare(sql);
-        q.addBindValue(QDateTime(Clock::today(), QTime(0, 0)).toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")));
-        if (!q.exec())
-            return state.SkipWithError(q.lastError().text().toUtf8().constData());
-        rows = 0;
-        while (q.next()) {
-            for (int c = 0; c < 16; ++c)
-                benchmark::DoNotOptimize(q.value(c));
-            ++rows;
-        }
-    }
-    state.counters["rows"] = rows;
+    bench::gpQuery_time(state, sql, 16);
 }
 
 void BM_ItemFace50Promos(benchmark::State &state)

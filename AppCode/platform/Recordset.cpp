@@ -132,6 +132,21 @@ bool Recordset::open(Connection &connection, const QString &tsql)
     return true;
 }
 
+void Recordset::describe(const QString &table)
+{
+    if (!m_connection || !m_columns.isEmpty())
+        return;
+    const QList<ColumnInfo> &all = m_connection->columns(table);
+    QList<ColumnInfo> named;
+    for (const QString &name : std::as_const(m_names)) {
+        const auto found = std::find_if(all.begin(), all.end(), [&](const ColumnInfo &c) { return c.name.compare(name, Qt::CaseInsensitive) == 0; });
+        if (found == all.end())
+            return;
+        named << *found;
+    }
+    m_columns = named;
+}
+
 // The declared name where the table is known: PostgreSQL gives back folded names.
 QString Recordset::fieldName(int ordinal) const
 {

@@ -15,6 +15,10 @@ public:
     // Runs the statement; false with lastError() set when the engine refuses it.
     bool open(Connection &connection, const QString &tsql);
 
+    // For a statement that selects some columns of `table` by name: their values read as a
+    // "SELECT *" of the table reads them (widths, scales, dates).
+    void describe(const QString &table);
+
     const QString &source() const { return m_source; }
     int recordCount() const { return int(m_rows.size()); }
     bool eof() const { return m_position >= recordCount(); }

@@ -2,22 +2,14 @@
 
 #include "lookup/FGrid.h"
 #include "lookup/FlexGrid.h"
+#include "promo/PromoItems.h"
 #include "store/Inventory.h"
-#include "store/RecordOps.h"
 
 #include <QScopeGuard>
 
 namespace qln {
 
 namespace {
-
-bool mfbItem_read(qint32 invuid)
-{
-    if (invuid < 1)
-        return false;
-    gInventory.RecordNum = invuid;
-    return gfbDB_RecordOp(kInventoryTable, kOpEqual, 0);
-}
 
 bool mfbLine_empty(const FlexGrid &grid, int row)
 {
@@ -44,6 +36,13 @@ bool gfbGroupMembers_fill(FlexGrid &grid, const QList<PromoPriceRecord> &rows, c
         return false;
     grid.setRedraw(false);
     const auto drawn = qScopeGuard([&] { grid.setRedraw(true); });
+    // A member named by no number, or left out, has no item to read.
+    const auto read = [&](const PromoPriceRecord &row) { return row.Invuid >= 1 && !(how.hidden && how.hidden(row)); };
+    std::vector<qint32> invuids;
+    for (const PromoPriceRecord &row : rows)
+        if (read(row))
+            invuids.push_back(row.Invuid);
+    PromoItems items(std::move(invuids));
     QString promoPrice;
     int line = 1;
     for (qsizetype i = 0; i < rows.size(); ++i) {
@@ -52,7 +51,7 @@ bool gfbGroupMembers_fill(FlexGrid &grid, const QList<PromoPriceRecord> &rows, c
             line = grid.Rows() - 1;
         }
         const PromoPriceRecord &row = rows[i];
-        if ((how.hidden && how.hidden(row)) || !mfbItem_read(row.Invuid))
+        if (!read(row) || !items.next())
             continue;
         const QString description = how.description ? how.description() : gInventory.Description;
         const QStringList cells = gfGroupMember_cells(row, gInventory, description, promoPrice, how.wording);

@@ -29,8 +29,8 @@ struct GroupMembersFill {
     GroupMemberWording wording;
 };
 
-// Lays the grid out and writes one line per member; the members' items are read one by one
-// into gInventory. True when there was any member.
+// Lays the grid out and writes one line per member; the members' items are read into
+// gInventory as one keyed read for each would read them. True when there was any member.
 bool gfbGroupMembers_fill(FlexGrid &grid, const QList<PromoPriceRecord> &rows, const GroupMembersFill &how);
 
 } // namespace qln

@@ -3,6 +3,7 @@
 
 #include <QHash>
 #include <memory>
+#include <optional>
 #include <vector>
 
 // The items of the promo rows a list shows. The windows read them with one "=" read on
@@ -12,8 +13,10 @@ namespace qln {
 
 class PromoItems {
 public:
-    // The items of the rows a list will show, in the order it asks for them.
-    explicit PromoItems(std::vector<qint32> invuids);
+    // The items of the rows a list will show, in the order it asks for them. With `shown`
+    // (item columns), the rows before the last get only those fields, which is all a list
+    // looks at; the buffer still ends as the keyed reads leave it.
+    explicit PromoItems(std::vector<qint32> invuids, const QStringList &shown = {});
     ~PromoItems();
     PromoItems(const PromoItems &) = delete;
     PromoItems &operator=(const PromoItems &) = delete;
@@ -29,6 +32,8 @@ public:
 private:
     void mpBatch_read();
     bool mfbKeyed_read(qint32 invuid);
+    void mpRow_decode();
+    void mpLast_found_restore(qint32 invuid);
 
     std::vector<qint32> m_invuids;
     size_t m_next = 0;
@@ -39,6 +44,9 @@ private:
     std::unique_ptr<class Recordset> m_rows;
     QHash<qint32, int> m_rowOf; // item number -> row of the batch
     int m_position = 0;
+    InventoryColumns m_shown;   // none: every column
+    // The last item found, when the buffer holds only its shown fields.
+    std::optional<qint32> m_partialItem;
 };
 
 // Rows whose items share one statement: kDefaultBatch unless set. 0 reads each row's item by its own

@@ -10,8 +10,47 @@
 #include "store/FieldCodec.h"
 #include "store/Inventory.h"
 #include "store/RecordOps.h"
+#include "store/RowsDecode.h"
+#include "platform/Recordset.h"
+
+#include <array>
+#include <limits>
 
 namespace qln {
+
+namespace {
+
+// Long lists show a few dates many times over: each date's text is made once.
+class DateTexts {
+public:
+    template <class Make>
+    QString get(const QDate &date, const QString &form, Make make)
+    {
+        if (!date.isValid())
+            return make();
+        const qint64 day = date.toJulianDay();
+        Seen &slot = m_seen[quint64(day) % m_seen.size()];
+        if (slot.day != day || slot.form != form)
+            slot = {day, form, make()};
+        return slot.text;
+    }
+
+private:
+    struct Seen {
+        qint64 day = std::numeric_limits<qint64>::min();
+        QString form;
+        QString text;
+    };
+    std::array<Seen, 128> m_seen;
+};
+
+QString compactDate(const QDate &date)
+{
+    static thread_local DateTexts seen;
+    return seen.get(date, QString(), [&] { return gfsDate_compact(date); });
+}
+
+} // namespace
 
 QString gfsPromo_type_text(int changeType)
 {
@@ -30,7 +69,12 @@ QString gfsPromo_amount_text(const PromoPriceRecord &promo, bool bPercentForm)
     return gfsNumber_format(promo.PriceChange, QStringLiteral("#.00"));
 }
 
-QString gfsPromo_date_text(const QDateTime &date) { return gfsDate_short(date.date(), gCommon.USEurope); }
+QString gfsPromo_date_text(const QDateTime &date)
+{
+    static thread_local DateTexts seen;
+    const QDate day = date.date();
+    return seen.get(day, gCommon.USEurope, [&] { return gfsDate_short(day, gCommon.USEurope); });
+}
 
 PromoGridLine gfPromo_grid_line(const PromoPriceRecord &promo, Money regularPrice, const QString &previousPromoPrice,
                                 bool bPercentForm)
@@ -44,8 +88,8 @@ PromoGridLine gfPromo_grid_line(const PromoPriceRecord &promo, Money regularPric
     line.end = promo.ChangeType == kChangeDeleted ? QStringLiteral("DELETED") : gfsPromo_date_text(promo.EndDate);
     line.type = gfsPromo_type_text(promo.ChangeType);
     line.amount = gfsPromo_amount_text(promo, bPercentForm);
-    line.startKey = gfsDate_compact(promo.StartDate.date());
-    line.endKey = gfsDate_compact(promo.EndDate.date());
+    line.startKey = compactDate(promo.StartDate.date());
+    line.endKey = compactDate(promo.EndDate.date());
     return line;
 }
 
@@ -86,6 +130,59 @@ bool gfbPromo_rows_read(const QString &sql, QList<PromoPriceRecord> &rows)
         rows << gPromo;
     }
     return true;
+}
+
+PromoRows::~PromoRows()
+{
+    if (!m_rows)
+        return;
+    const int last = m_rows->recordCount() - 1;
+    if (last >= 0 && m_lastRead != last)
+        read(last);
+    gPromo.UniqueID = m_uniqueID;
+    for (m_rows->moveFirst(); !m_rows->eof(); m_rows->moveNext()) {
+    }
+    dbaRecordset[kPromoTable] = std::move(m_rows);
+}
+
+bool PromoRows::open(const QString &sql, const std::function<bool()> &listed)
+{
+    gDBErr().clear();
+    if (!gfbDB_RecordOp(kPromoTable, kOpBySQL, 0, false, false, sql) && gDBErr().isSet())
+        return false;
+    Recordset &set = *dbaRecordset[kPromoTable];
+    int row = 0;
+    for (set.moveFirst(); !set.eof(); set.moveNext(), ++row) {
+        gpPromo_row_filter_read(kPromoTable);
+        if (listed()) {
+            m_listed.push_back(row);
+            m_items.push_back(gPromo.Invuid);
+        }
+    }
+    m_uniqueID = gPromo.UniqueID;
+    // Events while the list fills may read the table: the rows wait outside it.
+    m_rows = std::exchange(dbaRecordset[kPromoTable], std::make_unique<Recordset>());
+    m_rows->moveFirst();
+    return true;
+}
+
+int PromoRows::size() const { return m_rows ? m_rows->recordCount() : 0; }
+
+void PromoRows::moveTo(int row)
+{
+    if (row < m_at) {
+        m_rows->moveFirst();
+        m_at = 0;
+    }
+    for (; m_at < row; ++m_at)
+        m_rows->moveNext();
+}
+
+void PromoRows::read(int row)
+{
+    moveTo(row);
+    gpDB_row_decode(kPromoTable, m_rows);
+    m_lastRead = row;
 }
 
 // "Get Next" is strict on the whole key, so a walk on (SL, StartDate) never reaches the second

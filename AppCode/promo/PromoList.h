@@ -5,6 +5,8 @@
 #include <QList>
 #include <QString>
 #include <functional>
+#include <memory>
+#include <vector>
 #include <optional>
 
 // What the promo list windows share: the texts of a promo row in their grids, the reading of
@@ -56,6 +58,38 @@ qint64 gflDate_YYYYYMMDD(const QDate &date);
 // Reads the rows of a query on PromoPrices, in the server's order. False when the server
 // refused the query; an empty answer is true with no rows.
 bool gfbPromo_rows_read(const QString &sql, QList<PromoPriceRecord> &rows);
+
+// The rows of a query on PromoPrices for a list that shows some of them. Each row is read
+// whole into gPromo only when the list shows it; gPromo and the table's record set end as
+// gfbPromo_rows_read followed by a walk of its rows leaves them.
+class PromoRows {
+public:
+    PromoRows() = default;
+    ~PromoRows();
+    PromoRows(const PromoRows &) = delete;
+    PromoRows &operator=(const PromoRows &) = delete;
+
+    // Runs the query and keeps the rows `listed` accepts; it looks at the fields
+    // gpPromo_row_filter_read puts in gPromo. False when the server refused the query.
+    bool open(const QString &sql, const std::function<bool()> &listed);
+    // The kept rows, in the server's order.
+    const std::vector<int> &listed() const { return m_listed; }
+    // Their Invuid.
+    const std::vector<qint32> &listedItems() const { return m_items; }
+    int size() const;
+    // A row whole into gPromo; rows are asked for in order.
+    void read(int row);
+
+private:
+    void moveTo(int row);
+
+    std::unique_ptr<class Recordset> m_rows;
+    std::vector<int> m_listed;
+    std::vector<qint32> m_items;
+    int m_at = 0;
+    int m_lastRead = -1;
+    qint32 m_uniqueID = 0; // as the whole reads of every row leave it
+};
 
 // Of the promos of one item that start on one date, the first that `wanted` accepts (it looks
 // at gPromo): it stays in the buffer and is the table's current row, ready for "Update".

@@ -61,6 +61,15 @@ void gpPromo_key_set(int iTable, int iKey)
     }
 }
 
+void gpPromo_row_filter_read(int iTable)
+{
+    gPromo.EndDate = gfdField_date(iTable, fEndDate);
+    gPromo.ChangeType = qint16(gfiField_number(iTable, fChangeType));
+    gPromo.Invuid = gfiField_number(iTable, fInvuid);
+    if (!gfbField_isNull(iTable, fUniqueID))
+        gPromo.UniqueID = gfiField_number(iTable, fUniqueID);
+}
+
 void gpPromo_row_to_record(int iTable)
 {
     PromoPriceRecord &p = gPromo;

@@ -35,6 +35,9 @@ void gpPromo_table_register(int iTable, const QString &sPath);
 void gpPromo_table_create(int iTable);
 void gpPromo_key_set(int iTable, int iKey);
 void gpPromo_row_to_record(int iTable);
+// EndDate, ChangeType, Invuid and UniqueID (as the whole read takes it) of the current row
+// alone, into gPromo: what a list's filter looks at before it reads the rows it keeps whole.
+void gpPromo_row_filter_read(int iTable);
 void gpPromo_record_to_row(int iTable);
 QString gfsPromo_values_get();
 void gpPromo_clear();

@@ -345,31 +345,27 @@ bool frmMain::mfbAll_rows_add(int total)
     ReadSnapshot snapshot(dbConnection());
     PromoFillProgress progress(pbarProgress, [&](const std::function<void()> &events) { snapshot.outside(events); });
     progress.start(total + 1, total + 1 > 100);
-    QList<PromoPriceRecord> rows;
-    if (!gfbPromo_rows_read(sql, rows))
+    const QDate today = Clock::today();
+    PromoRows rows;
+    if (!rows.open(sql, [&] { return expiredToo || (gPromo.EndDate.date() >= today && gPromo.ChangeType != kChangeDeleted); }))
         return false;
     // The grid repaints once at the end.
     fgrdItems->setRedraw(false);
-    const QDate today = Clock::today();
-    const auto listed = [&](const PromoPriceRecord &row) {
-        return expiredToo || (row.EndDate.date() >= today && row.ChangeType != kChangeDeleted);
-    };
-    std::vector<qint32> invuids;
-    for (const PromoPriceRecord &row : std::as_const(rows))
-        if (listed(row))
-            invuids.push_back(row.Invuid);
-    PromoItems items(std::move(invuids));
+    // The columns mpRow_add shows of an item.
+    PromoItems items(rows.listedItems(), {QStringLiteral("SL"), QStringLiteral("Description"), QStringLiteral("Price"),
+                                          QStringLiteral("PriceIncTax")});
     int count = 0;
-    int read = 0;
     QString previousPromo = QStringLiteral(".00");
-    for (const PromoPriceRecord &row : std::as_const(rows)) {
-        progress.step(++read);
-        gPromo = row;
-        if (!listed(row) || !items.next())
+    for (const int row : rows.listed()) {
+        // The bar counts every row of the answer, shown or not.
+        progress.step(row + 1);
+        rows.read(row);
+        if (!items.next())
             continue;
         mpRow_add(count, previousPromo, true);
         previousPromo = fgrdItems->TextMatrix(count, cPromo);
     }
+    progress.step(rows.size());
     return true;
 }
 

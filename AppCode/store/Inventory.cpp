@@ -234,6 +234,25 @@ void gpInventory_write(int iTable) { layout().write(iTable, gInventory); }
 QString gfsInventory_values() { return layout().values(gInventory); }
 void gpInventory_row_put(RowSink &sink) { layout().put(gInventory, sink); }
 
+InventoryColumns gfInventory_columns(const QStringList &names)
+{
+    InventoryColumns columns;
+    QStringList listed;
+    for (const QString &name : names) {
+        for (int i = 0; i < layout().columnCount(); ++i) {
+            if (name.compare(QLatin1String(layout().name(i)), Qt::CaseInsensitive) == 0) {
+                columns.ordinals.push_back(i);
+                listed << QLatin1String(layout().name(i));
+                break;
+            }
+        }
+    }
+    columns.selectList = listed.join(QStringLiteral(", "));
+    return columns;
+}
+
+void gpInventory_columns_read(int iTable, const InventoryColumns &columns) { layout().readSome(iTable, gInventory, columns.ordinals); }
+
 int gfiInventory_ReservedSL(const QString &sSL)
 {
     static const QHash<QString, int> reserved = {

@@ -2,6 +2,8 @@
 #include "common/Money.h"
 
 #include <QString>
+#include <QStringList>
+#include <vector>
 
 // The item file of a store ("invt" and the store number) and its one record buffer.
 namespace qln {
@@ -90,6 +92,16 @@ void gpInventory_write(int iTable);
 QString gfsInventory_values();
 // The buffer's values in column order, for bulk loads.
 void gpInventory_row_put(RowSink &sink);
+
+// Some columns of the item table, for lists that show a few fields of many items.
+struct InventoryColumns {
+    std::vector<int> ordinals;
+    QString selectList; // "RecordNum, SL, ..."
+};
+// The columns named (as the table names them), in that order; unknown names are left out.
+InventoryColumns gfInventory_columns(const QStringList &names);
+// The current row of a statement that selects `columns` alone, into the buffer's fields.
+void gpInventory_columns_read(int iTable, const InventoryColumns &columns);
 
 // The number of a pseudo-item's SL: -1 for "0", 999999 for an SL that is none of them.
 int gfiInventory_ReservedSL(const QString &sSL);

@@ -99,6 +99,17 @@ public:
             std::visit([&](auto member) { gpColumn_get(iTable, i, record.*member, m_widths[i]); }, m_columns[i].field);
     }
 
+    // The fields `fields` (ordinals) from the current row of a statement that selects their
+    // columns alone, in that order.
+    void readSome(int iTable, R &record, const std::vector<int> &fields) const
+    {
+        for (int k = 0; k < int(fields.size()); ++k)
+            std::visit([&](auto member) { gpColumn_get(iTable, k, record.*member, m_widths[fields[k]]); },
+                       m_columns[fields[k]].field);
+    }
+    const char *name(int iField) const { return m_columns.at(iField).name; }
+    int columnCount() const { return count(); }
+
     void write(int iTable, const R &record) const
     {
         for (int i = 0; i < count(); ++i)
