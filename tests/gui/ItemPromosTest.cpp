@@ -125,6 +125,24 @@ protected:
     // What happens while the user has typed and not yet accepted, as another station acts.
     std::function<void()> beforeAccept;
 
+    // The database refuses every `event` (INSERT, UPDATE) on `table` with `reason`.
+    void refuseWrites(const QString &event, const QString &table, const QString &reason)
+    {
+        auto station = db.connect();
+        QSqlQuery query(station->database());
+        const QString name = QStringLiteral("refuse_") + event.toLower();
+        if (TestDatabase::onPostgres()) {
+            ASSERT_TRUE(query.exec(QStringLiteral("CREATE FUNCTION %1() RETURNS trigger LANGUAGE plpgsql AS "
+                                                  "$$ BEGIN RAISE EXCEPTION '%2'; END $$")
+                                       .arg(name, reason)));
+            ASSERT_TRUE(query.exec(QStringLiteral("CREATE TRIGGER %1 BEFORE %2 ON %3 FOR EACH ROW EXECUTE FUNCTION %1()")
+                                       .arg(name, event, table.toLower())));
+        } else {
+            ASSERT_TRUE(query.exec(QStringLiteral("CREATE TRIGGER %1 BEFORE %2 ON %3 BEGIN SELECT RAISE(ABORT, '%4'); END")
+                                       .arg(name, event, table, reason)));
+        }
+    }
+
     TestDatabase db;
     QTemporaryDir program;
     ScriptedMessages boxes;
@@ -411,17 +429,7 @@ TEST_F(ItemPromos, APromoRemovedMeanwhileIsToldAndNoOtherRowTakesTheChange)
 // the dialog closes so that a second Accept can't add the promo twice.
 TEST_F(ItemPromos, AnItemThatRefusesItsFlagKeepsTheSavedPromoAndTheUserHearsWhatWasWritten)
 {
-    auto station2 = db.connect();
-    QSqlQuery refuse(station2->database());
-    if (TestDatabase::onPostgres()) {
-        ASSERT_TRUE(refuse.exec(QStringLiteral("CREATE FUNCTION refuse_items() RETURNS trigger LANGUAGE plpgsql AS "
-                                               "$$ BEGIN RAISE EXCEPTION 'items are locked'; END $$")));
-        ASSERT_TRUE(refuse.exec(
-            QStringLiteral("CREATE TRIGGER refuse_items BEFORE UPDATE ON invt1 FOR EACH ROW EXECUTE FUNCTION refuse_items()")));
-    } else {
-        ASSERT_TRUE(refuse.exec(QStringLiteral(
-            "CREATE TRIGGER refuse_items BEFORE UPDATE ON invt1 BEGIN SELECT RAISE(ABORT, 'items are locked'); END")));
-    }
+    refuseWrites(QStringLiteral("UPDATE"), QStringLiteral("invt1"), QStringLiteral("items are locked"));
     auto form = openOnItem();
     withEditor({2, QStringLiteral("25"), shortDate(kToday), shortDate(kToday.addDays(10))},
                [&] { QTest::keyClick(form.get(), Qt::Key_F2); });
@@ -433,6 +441,22 @@ TEST_F(ItemPromos, AnItemThatRefusesItsFlagKeepsTheSavedPromoAndTheUserHearsWhat
     ASSERT_EQ(promos().size(), 1);
     EXPECT_EQ(promos()[0].PriceChange, Money::fromWhole(25));
     EXPECT_EQ(grid(*form).Rows(), 2) << "the list shows the promo written";
+    ASSERT_TRUE(gfbInventory_ByRecordNum(kInvuid));
+    EXPECT_NE(gInventory.FlgPromoPrice, QStringLiteral("Y"));
+}
+
+// A refused promo row: nothing is written, the item stays unmarked, and the dialog stays open.
+TEST_F(ItemPromos, APromoRowTheDatabaseRefusesIsToldAndTheItemIsNotMarked)
+{
+    refuseWrites(QStringLiteral("INSERT"), QStringLiteral("PromoPrices"), QStringLiteral("promos are locked"));
+    auto form = openOnItem();
+    withEditor({2, QStringLiteral("25"), shortDate(kToday), shortDate(kToday.addDays(10))},
+               [&] { QTest::keyClick(form.get(), Qt::Key_F2); });
+    ASSERT_EQ(boxes.shown().size(), 1);
+    EXPECT_TRUE(boxes.shown()[0].text.startsWith(QStringLiteral("Promo not inserted\r\r"))) << boxes.shown()[0].text.toStdString();
+    EXPECT_TRUE(boxes.shown()[0].text.contains(QStringLiteral("promos are locked")));
+    EXPECT_TRUE(editorStayedOpen);
+    EXPECT_TRUE(promos().isEmpty());
     ASSERT_TRUE(gfbInventory_ByRecordNum(kInvuid));
     EXPECT_NE(gInventory.FlgPromoPrice, QStringLiteral("Y"));
 }
