@@ -5,13 +5,13 @@
 #include "common/DateForms.h"
 #include "common/NumberFormat.h"
 #include "config/Country.h"
+#include "platform/Recordset.h"
 #include "store/Common.h"
 #include "store/Database.h"
 #include "store/FieldCodec.h"
 #include "store/Inventory.h"
 #include "store/RecordOps.h"
 #include "store/RowsDecode.h"
-#include "platform/Recordset.h"
 
 #include <array>
 #include <limits>
@@ -140,8 +140,9 @@ PromoRows::~PromoRows()
     if (last >= 0 && m_lastRead != last)
         read(last);
     gPromo.UniqueID = m_uniqueID;
-    for (m_rows->moveFirst(); !m_rows->eof(); m_rows->moveNext()) {
-    }
+    // A walk of every row leaves the set past its last row.
+    while (!m_rows->eof())
+        m_rows->moveNext();
     dbaRecordset[kPromoTable] = std::move(m_rows);
 }
 
