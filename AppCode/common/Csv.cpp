@@ -2,17 +2,6 @@
 
 namespace qln {
 
-QString gfsCsv_field(const QString &text)
-{
-    const bool quoted = text.contains(QLatin1Char(',')) || text.contains(QLatin1Char('"')) ||
-                        text.contains(QLatin1Char('\n')) || text.contains(QLatin1Char('\r'));
-    if (!quoted)
-        return text;
-    QString field = text;
-    field.replace(QLatin1Char('"'), QLatin1String("\"\""));
-    return QLatin1Char('"') + field + QLatin1Char('"');
-}
-
 QString gfsCsv_line(const QStringList &fields)
 {
     QString line;
