@@ -8,6 +8,7 @@
 #include "promo/PromoColumns.h"
 #include "promo/PromoExplain.h"
 #include "promo/PromoListing.h"
+#include "promo/PromoReach.h"
 #include "store/Database.h"
 #include "store/Inventory.h"
 
@@ -32,7 +33,7 @@ const QStringList &sampleSLs()
         for (int i = 0; q.next(); ++i)
             if (i % 997 == 0)
                 out << q.value(0).toString().trimmed();
-        q.exec(QStringLiteral("SELECT SL FROM %1 WHERE RecordNum %% 9973 = 0").arg(dbuaTable[kInventoryTable].sSqlFile));
+        q.exec(QStringLiteral("SELECT SL FROM %1 WHERE RecordNum % 9973 = 0").arg(dbuaTable[kInventoryTable].sSqlFile));
         while (q.next())
             out << q.value(0).toString().trimmed();
         return out;
@@ -46,6 +47,7 @@ void BM_Explain(benchmark::State &state)
         return state.SkipWithError("no data set");
     const QDate day = explainDay();
     qsizetype next = 0, promos = 0;
+    const quint64 before = dbConnection().statementCount();
     for (auto _ : state) {
         PriceExplanation e;
         if (gfePrice_explain(sampleSLs()[next++ % sampleSLs().size()], day, e) != ExplainEnd::Explained)
@@ -54,6 +56,7 @@ void BM_Explain(benchmark::State &state)
         benchmark::DoNotOptimize(e.price());
     }
     state.counters["promos/item"] = benchmark::Counter(double(promos) / double(state.iterations()));
+    state.counters["statements/item"] = double(dbConnection().statementCount() - before) / double(state.iterations());
 }
 
 // The same answer by hand: the item, then the rows that may reach it, priced and compared.
@@ -89,12 +92,64 @@ void BM_ExplainBaseline(benchmark::State &state)
     }
 }
 
+// Every tenth item with its department: the lines of a large import.
+const QList<PromoTarget> &manyItems()
+{
+    static const QList<PromoTarget> items = [] {
+        QList<PromoTarget> out;
+        QSqlQuery q(dbConnection().database());
+        q.setForwardOnly(true);
+        q.exec(QStringLiteral("SELECT SL, DeptCode FROM %1 WHERE RecordNum % 10 = 0").arg(dbuaTable[kInventoryTable].sSqlFile));
+        while (q.next())
+            out << PromoTarget{q.value(0).toString(), q.value(1).toString()};
+        return out;
+    }();
+    return items;
+}
+
+// The overlap question of an import, asked for many items at once: the table read and indexed
+// once, then each item's week looked up in memory.
+void BM_ReachIndexed(benchmark::State &state)
+{
+    if (!bench::gfbDemo_open() || manyItems().isEmpty())
+        return state.SkipWithError("no data set");
+    const QDate from = Clock::today(), to = from.addDays(6);
+    qsizetype found = 0;
+    for (auto _ : state) {
+        PromoReachIndex index;
+        if (!index.load(from))
+            return state.SkipWithError("the table was not read");
+        found = 0;
+        for (const PromoTarget &item : manyItems())
+            found += index.reaching(item, from, to).size();
+    }
+    state.counters["items"] = double(manyItems().size());
+    state.counters["found"] = double(found);
+}
+
+// The same question item by item through the one-item read, for the first 2,000 items.
+void BM_ReachOneByOne(benchmark::State &state)
+{
+    if (!bench::gfbDemo_open() || manyItems().isEmpty())
+        return state.SkipWithError("no data set");
+    const QDate from = Clock::today(), to = from.addDays(6);
+    const qsizetype count = qMin<qsizetype>(2000, manyItems().size());
+    for (auto _ : state) {
+        QList<PromoPriceRecord> rows;
+        for (qsizetype i = 0; i < count; ++i)
+            gfbPromo_reaching_read(manyItems()[i], from, to, rows);
+    }
+    state.counters["items"] = double(count);
+}
+
 void BM_ListCsv(benchmark::State &state)
 {
     if (!bench::gfbDemo_open())
         return state.SkipWithError("no data set");
     qsizetype rows = 0, bytes = 0;
+    quint64 statements = 0;
     for (auto _ : state) {
+        const quint64 before = dbConnection().statementCount();
         QList<PromoListRow> listed;
         PromoListFilter all;
         all.expired = true;
@@ -104,9 +159,11 @@ void BM_ListCsv(benchmark::State &state)
         for (const PromoListRow &row : listed)
             csv += gfsCsv_line(gfPromoColumns_cells(row.promo, row.kind, row.promoPrice));
         rows = listed.size(), bytes = csv.toUtf8().size();
+        statements = dbConnection().statementCount() - before;
     }
     state.counters["rows"] = double(rows);
     state.counters["MB"] = double(bytes) / 1e6;
+    state.counters["statements"] = double(statements);
 }
 
 // One join gives each row with its item's price; the cells are made by the same code.
@@ -152,5 +209,7 @@ void BM_ListCsvBaseline(benchmark::State &state)
 
 BENCHMARK(BM_ExplainBaseline)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_Explain)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_ReachOneByOne)->Unit(benchmark::kMillisecond)->Iterations(1);
+BENCHMARK(BM_ReachIndexed)->Unit(benchmark::kMillisecond)->Iterations(1);
 BENCHMARK(BM_ListCsvBaseline)->Unit(benchmark::kMillisecond)->Iterations(1);
 BENCHMARK(BM_ListCsv)->Unit(benchmark::kMillisecond)->Iterations(1);

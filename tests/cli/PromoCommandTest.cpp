@@ -245,3 +245,16 @@ TEST_F(PromoCommand, HelpAndUsageAnswerWithoutTheDatabaseAndBadPathsAreRefused)
     EXPECT_TRUE(lost.out.isEmpty());
     EXPECT_TRUE(lost.err.contains(QStringLiteral("quillon-promo"))) << lost.err.toStdString();
 }
+
+// The command is the proof that the library stands without windows: nothing of the window
+// system may come into it.
+TEST(PromoCommandLink, TakesNoWindowLibrary)
+{
+    QProcess ldd;
+    ldd.start(QStringLiteral("ldd"), {QStringLiteral(QUILLON_PROMO_EXE)});
+    ASSERT_TRUE(ldd.waitForFinished(30000));
+    const QString libraries = QString::fromLocal8Bit(ldd.readAllStandardOutput());
+    ASSERT_TRUE(libraries.contains(QStringLiteral("libQt6Core"))) << libraries.toStdString();
+    EXPECT_FALSE(libraries.contains(QStringLiteral("libQt6Widgets"))) << libraries.toStdString();
+    EXPECT_FALSE(libraries.contains(QStringLiteral("libQt6Gui"))) << libraries.toStdString();
+}
