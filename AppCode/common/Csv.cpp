@@ -154,38 +154,30 @@ private:
     CsvText m_text;
 };
 
-bool mfbNeedsQuotes(const QString &field)
-{
-    if (field.isEmpty())
-        return false;
-    if (field.front().isSpace() || field.back().isSpace())
-        return true;
-    for (QChar c : field)
-        if (c == QLatin1Char(',') || c == QLatin1Char('"') || c == QLatin1Char('\r') || c == QLatin1Char('\n'))
-            return true;
-    return false;
-}
-
 } // namespace
 
 CsvText gfCsv_read(const QByteArray &bytes) { return CsvScanner(bytes).read(); }
 
-QByteArray gfCsv_line(const QStringList &fields)
+QString gfsCsv_field(const QString &text)
 {
-    QByteArray line;
+    const bool quoted = text.contains(QLatin1Char(',')) || text.contains(QLatin1Char('"')) ||
+                        text.contains(QLatin1Char('\n')) || text.contains(QLatin1Char('\r'));
+    if (!quoted)
+        return text;
+    QString field = text;
+    field.replace(QLatin1Char('"'), QLatin1String("\"\""));
+    return QLatin1Char('"') + field + QLatin1Char('"');
+}
+
+QString gfsCsv_line(const QStringList &fields)
+{
+    QString line;
     for (qsizetype i = 0; i < fields.size(); ++i) {
         if (i > 0)
-            line += ',';
-        const QString &field = fields.at(i);
-        if (mfbNeedsQuotes(field)) {
-            QString quoted = field;
-            quoted.replace(QLatin1Char('"'), QLatin1String("\"\""));
-            line += '"' + quoted.toUtf8() + '"';
-        } else {
-            line += field.toUtf8();
-        }
+            line += QLatin1Char(',');
+        line += gfsCsv_field(fields[i]);
     }
-    return line + "\r\n";
+    return line + QLatin1String("\r\n");
 }
 
 } // namespace qln

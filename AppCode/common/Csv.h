@@ -30,8 +30,10 @@ struct CsvText {
 // the next line, so one report names every bad line. Blank lines are skipped.
 CsvText gfCsv_read(const QByteArray &bytes);
 
-// One record as written: a field holding a comma, a quote, a line break or an outer blank
-// goes in quotes with its quotes doubled; the line ends in CR LF.
-QByteArray gfCsv_line(const QStringList &fields);
+// A field as written: in quotes, its quotes doubled, when it holds a comma, a quote or a line
+// break.
+QString gfsCsv_field(const QString &text);
+// The fields of one line, with its CR LF.
+QString gfsCsv_line(const QStringList &fields);
 
 } // namespace qln

@@ -10,6 +10,9 @@
 #include "promo/DailyPromos.h"
 #include "promo/DeptPromos.h"
 #include "promo/PromoChecks.h"
+#include "promo/PromoColumns.h"
+#include "promo/PromoList.h"
+#include "promo/PromoReach.h"
 #include "promo/PromoSave.h"
 #include "store/Common.h"
 #include "store/Database.h"
@@ -37,22 +40,15 @@ const QStringList &neededColumns()
     return columns;
 }
 
-// An amount as a file gives it: a dot, at most four decimals, no grouping, no exponent.
-std::optional<Money> mfcFile_amount(const QString &text)
-{
-    static const QRegularExpression form(QStringLiteral("^-?[0-9]{1,14}(\\.[0-9]{1,4})?$"));
-    if (!form.match(text).hasMatch())
-        return std::nullopt;
-    return Money::parse(text);
-}
-
 // The types of change each kind's editor offers.
-bool mfbChangeType_offered(PromoAddKind kind, int type)
+bool mfbChangeType_offered(PromoKind kind, int type)
 {
     switch (kind) {
-    case PromoAddKind::Item: return type >= kChangeTo && type <= kChangeByPercent;
-    case PromoAddKind::Dept: return type == kChangeBy || type == kChangeByPercent;
-    case PromoAddKind::Daily: return type == kChangeByPercent;
+    case PromoKind::Item: return type >= kChangeTo && type <= kChangeByPercent;
+    case PromoKind::Dept: return type == kChangeBy || type == kChangeByPercent;
+    case PromoKind::Daily: return type == kChangeByPercent;
+    case PromoKind::Group:
+    case PromoKind::Matrix: break;
     }
     return false;
 }
@@ -60,17 +56,6 @@ bool mfbChangeType_offered(PromoAddKind kind, int type)
 QString mfsFault_text(const PromoEditorFault &fault) { return fault.headline.trimmed() + QStringLiteral(": ") + fault.detail; }
 
 } // namespace
-
-std::optional<QDate> gfdFile_date(const QString &text)
-{
-    static const QRegularExpression form(QStringLiteral("^[0-9]{4}-[0-9]{2}-[0-9]{2}$"));
-    if (!form.match(text).hasMatch())
-        return std::nullopt;
-    const QDate date = QDate::fromString(text, Qt::ISODate);
-    if (!date.isValid())
-        return std::nullopt;
-    return date;
-}
 
 void PromoAddition::lines_take(const CsvText &csv)
 {
@@ -106,23 +91,20 @@ void PromoAddition::lines_take(const CsvText &csv)
         draft.origin = origin;
 
         const QString kind = value(QStringLiteral("Kind")).toLower();
-        if (kind == QLatin1String("item")) {
-            draft.kind = PromoAddKind::Item;
-        } else if (kind == QLatin1String("dept")) {
-            draft.kind = PromoAddKind::Dept;
-        } else if (kind == QLatin1String("daily")) {
-            draft.kind = PromoAddKind::Daily;
-        } else if (kind == QLatin1String("group") || kind == QLatin1String("matrix")) {
-            refuse(origin, QStringLiteral("a %1 promo is kept for all members of its group at once: add it in the %2 window")
-                               .arg(kind, kind == QLatin1String("group") ? QStringLiteral("Group Promos") : QStringLiteral("Matrix Promos")));
-            continue;
-        } else {
+        const std::optional<PromoKind> parsed = gfePromoKind_parse(kind);
+        if (!parsed) {
             refuse(origin, QStringLiteral("Kind '%1' is none of item, dept, group, matrix, daily").arg(value(QStringLiteral("Kind"))));
             continue;
         }
+        if (*parsed == PromoKind::Group || *parsed == PromoKind::Matrix) {
+            refuse(origin, QStringLiteral("a %1 promo is kept for all members of its group at once: add it in the %2 window")
+                               .arg(kind, *parsed == PromoKind::Group ? QStringLiteral("Group Promos") : QStringLiteral("Matrix Promos")));
+            continue;
+        }
+        draft.kind = *parsed;
 
         const auto date = [&](const QString &column, QDate &into) {
-            if (const std::optional<QDate> d = gfdFile_date(value(column)))
+            if (const std::optional<QDate> d = gfdPromoColumns_date(value(column)))
                 into = *d;
             else
                 refuse(origin, QStringLiteral("%1 '%2' is not a date of the form yyyy-MM-dd").arg(column, value(column)));
@@ -139,19 +121,19 @@ void PromoAddition::lines_take(const CsvText &csv)
         else
             draft.changeType = qint16(type);
 
-        if (const std::optional<Money> amount = mfcFile_amount(value(QStringLiteral("PriceChange"))))
+        if (const std::optional<Money> amount = gfcPromoColumns_money(value(QStringLiteral("PriceChange"))))
             draft.amount = *amount;
         else
             refuse(origin, QStringLiteral("PriceChange '%1' is not an amount like 12.5 or 0.9975").arg(value(QStringLiteral("PriceChange"))));
 
-        if (draft.kind == PromoAddKind::Item) {
+        if (draft.kind == PromoKind::Item) {
             QString sl = value(QStringLiteral("SL"));
             if (sl.contains(QLatin1Char('.')))
                 sl = gfsItemID_key(sl);
             if (sl.isEmpty() || sl.size() > 8)
                 refuse(origin, QStringLiteral("SL '%1' is no item key").arg(value(QStringLiteral("SL"))));
             draft.sl = sl;
-        } else if (draft.kind == PromoAddKind::Dept) {
+        } else if (draft.kind == PromoKind::Dept) {
             draft.dept = value(QStringLiteral("Dept"));
             if (!gfbDept_code_valid(draft.dept) || draft.dept == kNoDept)
                 refuse(origin, QStringLiteral("Dept '%1' is no department code DDD.CCC.SSS").arg(draft.dept));
@@ -167,7 +149,7 @@ bool PromoAddition::items_read()
     QStringList keys;
     QSet<QString> seen;
     for (const PromoDraft &draft : std::as_const(m_drafts))
-        if (draft.kind == PromoAddKind::Item && !seen.contains(mfsKey(draft.sl))) {
+        if (draft.kind == PromoKind::Item && !seen.contains(mfsKey(draft.sl))) {
             seen.insert(mfsKey(draft.sl));
             keys << draft.sl;
         }
@@ -203,7 +185,7 @@ bool PromoAddition::check()
     QList<PromoDraft> passed;
     for (PromoDraft draft : std::as_const(m_drafts)) {
         const qsizetype before = m_notes.size();
-        if (draft.kind == PromoAddKind::Item) {
+        if (draft.kind == PromoKind::Item) {
             const auto item = m_items.constFind(mfsKey(draft.sl));
             if (item == m_items.constEnd()) {
                 refuse(draft.origin, QStringLiteral("SL '%1' is no item of this store").arg(draft.sl));
@@ -222,7 +204,7 @@ bool PromoAddition::check()
                 else if (item->Cost.rounded(2) >= shown)
                     m_notes << PromoAddNote{draft.origin, QStringLiteral("Promo Price Is Below Cost (promo %1, cost %2)").arg(mfsMoney(shown), mfsMoney(item->Cost)), false};
             }
-        } else if (draft.kind == PromoAddKind::Dept) {
+        } else if (draft.kind == PromoKind::Dept) {
             if (!deptsRead) {
                 depts.read();
                 deptsRead = true;
@@ -244,6 +226,29 @@ bool PromoAddition::check()
     return true;
 }
 
+bool PromoAddition::overlaps_find(QList<Overlap> &overlaps)
+{
+    overlaps.clear();
+    if (m_drafts.isEmpty())
+        return true;
+    QDate first = m_drafts.first().start;
+    for (const PromoDraft &draft : std::as_const(m_drafts))
+        first = std::min(first, draft.start);
+    PromoReachIndex index;
+    if (!index.load(first))
+        return false;
+    for (const PromoDraft &draft : std::as_const(m_drafts)) {
+        // A department promo meets the promos of its department and the daily ones; a daily
+        // promo the other daily ones.
+        PromoTarget target{QString(), draft.dept};
+        if (draft.kind == PromoKind::Item)
+            target = PromoTarget{draft.sl, m_items.value(mfsKey(draft.sl)).DeptCode};
+        for (const PromoPriceRecord &row : index.reaching(target, draft.start, draft.end))
+            overlaps << Overlap{draft.origin, row};
+    }
+    return true;
+}
+
 bool PromoAddition::refused() const
 {
     for (const PromoAddNote &note : m_notes)
@@ -258,7 +263,7 @@ bool PromoAddition::draft_write(const PromoDraft &draft, qint32 uniqueID, qint32
     gPromo.UniqueID = uniqueID;
     const PromoEntry entry{draft.start, draft.end, draft.changeType, draft.amount};
     switch (draft.kind) {
-    case PromoAddKind::Item:
+    case PromoKind::Item:
         gInventory = m_items.value(mfsKey(draft.sl));
         if (!gfbItemPromo_write(true, entry))
             return false;
@@ -269,10 +274,10 @@ bool PromoAddition::draft_write(const PromoDraft &draft, qint32 uniqueID, qint32
         // The next promo of the same item finds its flag set.
         m_items[mfsKey(draft.sl)].FlgPromoPrice = QStringLiteral("Y");
         return true;
-    case PromoAddKind::Dept:
+    case PromoKind::Dept:
         gDept.DeptCode = draft.dept;
         return gfbDeptPromo_save(true, entry);
-    case PromoAddKind::Daily:
+    case PromoKind::Daily:
         gPromo.Store = qint16(gsStore.trimmed().toInt());
         gPromo.StartDate = QDateTime(draft.start, QTime(0, 0));
         gPromo.EndDate = QDateTime(draft.end, QTime(0, 0));
@@ -281,6 +286,8 @@ bool PromoAddition::draft_write(const PromoDraft &draft, qint32 uniqueID, qint32
         gPromo.PriceChange = draft.amount;
         gPromo.GroupID = dailyGroupID--;
         return gfbDB_RecordOp(kPromoTable, kOpInsert, kPromoByGroupEnd);
+    case PromoKind::Group:
+    case PromoKind::Matrix: break;
     }
     return false;
 }
@@ -299,7 +306,7 @@ bool PromoAddition::write(QString &error, const std::function<void(qsizetype)> &
     };
     qint32 uniqueID = gfiPromo_UniqueID_next(kPromoTable);
     qint32 dailyGroupID = -1;
-    const bool daily = std::any_of(m_drafts.cbegin(), m_drafts.cend(), [](const PromoDraft &d) { return d.kind == PromoAddKind::Daily; });
+    const bool daily = std::any_of(m_drafts.cbegin(), m_drafts.cend(), [](const PromoDraft &d) { return d.kind == PromoKind::Daily; });
     if (daily) {
         const std::optional<qint32> next = gfiDailyPromo_GroupID_next();
         if (!next)
@@ -308,7 +315,7 @@ bool PromoAddition::write(QString &error, const std::function<void(qsizetype)> &
     }
     for (qsizetype i = 0; i < m_drafts.size(); ++i) {
         const PromoDraft &draft = m_drafts.at(i);
-        if (draft.kind == PromoAddKind::Daily && dailyGroupID < kDailyGroupID_lowest)
+        if (draft.kind == PromoKind::Daily && dailyGroupID < kDailyGroupID_lowest)
             return fail(draft.origin + QStringLiteral(": the daily promos have used every number down to %1").arg(kDailyGroupID_lowest));
         gsDBLastError.clear();
         gDBErr().clear();
@@ -321,6 +328,31 @@ bool PromoAddition::write(QString &error, const std::function<void(qsizetype)> &
     }
     if (!db.commit())
         return fail(QStringLiteral("the database would not commit: ") + db.lastError().text());
+    return true;
+}
+
+bool gfbPromoShift_take(PromoAddition &addition, PromoKind kind, const QDate &from, const QDate &to, int days)
+{
+    QList<PromoPriceRecord> rows;
+    if (!gfbPromo_rows_read(QStringLiteral("SELECT * FROM PromoPrices WHERE StartDate>='") + gfsDate_server_text(from) +
+                                QStringLiteral("' AND StartDate<='") + gfsDate_server_text(to) +
+                                QStringLiteral("' AND ChangeType<>99 ORDER BY StartDate,UniqueID"),
+                            rows))
+        return false;
+    for (const PromoPriceRecord &row : std::as_const(rows)) {
+        if (gfePromo_kind(row) != kind)
+            continue;
+        PromoDraft draft;
+        draft.origin = QStringLiteral("UniqueID ") + QString::number(row.UniqueID);
+        draft.kind = kind;
+        draft.sl = row.SL.trimmed();
+        draft.dept = row.Dept.trimmed();
+        draft.start = row.StartDate.date().addDays(days);
+        draft.end = row.EndDate.date().addDays(days);
+        draft.changeType = row.ChangeType;
+        draft.amount = row.PriceChange;
+        addition.draft_take(draft);
+    }
     return true;
 }
 

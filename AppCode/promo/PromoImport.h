@@ -1,5 +1,6 @@
 #pragma once
 #include "common/Csv.h"
+#include "promo/PromoKind.h"
 #include "promo/PromoPricing.h"
 #include "store/Inventory.h"
 
@@ -14,18 +15,10 @@
 // all. Nothing here asks the user anything.
 namespace qln {
 
-// The columns of a promo row in a file, in the order they are written.
-inline const QStringList kPromoFileColumns = {
-    QStringLiteral("Kind"),       QStringLiteral("Store"),       QStringLiteral("SL"),         QStringLiteral("Dept"),
-    QStringLiteral("GroupID"),    QStringLiteral("StartDate"),   QStringLiteral("EndDate"),    QStringLiteral("ChangeType"),
-    QStringLiteral("PriceChange"), QStringLiteral("PromoPrice"), QStringLiteral("Poll"),       QStringLiteral("UniqueID")};
-
-enum class PromoAddKind { Item, Dept, Daily };
-
 // One promo to add, and the line (or the promo) it came from.
 struct PromoDraft {
     QString origin; // "line 12", "UniqueID 40"
-    PromoAddKind kind = PromoAddKind::Item;
+    PromoKind kind = PromoKind::Item; // item, dept or daily
     QString sl;   // item key, for an item promo
     QString dept; // for a department promo
     QDate start;
@@ -78,7 +71,9 @@ private:
     QHash<QString, InventoryRecord> m_items; // by key, trimmed and upper-cased
 };
 
-// A date of a file: ISO "yyyy-MM-dd" and a real day.
-std::optional<QDate> gfdFile_date(const QString &text);
+// Copies of the live promos of one kind (item, dept or daily) that start from `from` to `to`,
+// dated `days` later, each named by the UniqueID of its original. False when the server
+// refused the read.
+bool gfbPromoShift_take(PromoAddition &addition, PromoKind kind, const QDate &from, const QDate &to, int days);
 
 } // namespace qln

@@ -1,0 +1,23 @@
+#pragma once
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+namespace qln {
+
+// Columns for a terminal: each as wide as its widest cell, two blanks between, numbers to the
+// right. No line ends in blanks.
+class TextTable {
+public:
+    enum Align { Left, Right };
+    explicit TextTable(const QStringList &headers, const QList<Align> &aligns);
+    void add(const QStringList &cells);
+    QString text() const;
+    qsizetype rows() const { return m_rows.size(); }
+
+private:
+    QList<QStringList> m_rows;
+    QList<Align> m_aligns;
+};
+
+} // namespace qln
