@@ -12,7 +12,6 @@
 #include "store/Inventory.h"
 #include "store/RecordOps.h"
 
-#include <QElapsedTimer>
 #include <QSqlError>
 #include <QSqlQuery>
 #include <benchmark/benchmark.h>
@@ -94,18 +93,10 @@ void BM_PromoImport(benchmark::State &state)
         reset();
         state.ResumeTiming();
         PromoAddition addition;
-        QElapsedTimer t; t.start();
         addition.lines_take(gfCsv_read(bytes));
-        fprintf(stderr, "lines %lld\n", t.restart());
         QList<PromoAddition::Overlap> overlaps;
         QString error;
-        bool ok = addition.check();
-        fprintf(stderr, "check %lld\n", t.restart());
-        ok = ok && !addition.refused() && addition.overlaps_find(overlaps);
-        fprintf(stderr, "overlaps %lld\n", t.restart());
-        ok = ok && addition.write(error);
-        fprintf(stderr, "write %lld\n", t.restart());
-        if (!ok)
+        if (!addition.check() || addition.refused() || !addition.overlaps_find(overlaps) || !addition.write(error))
             return state.SkipWithError((QStringLiteral("import refused: ") + error).toUtf8().constData());
     }
     state.counters["rows"] = written();

@@ -342,23 +342,12 @@ bool Recordset::update()
     if (!m_connection->reachable())
         return fail(m_connection->lastError());
     m_connection->noteStatement(QStringLiteral("UPDATE ") + m_table);
-    bool ran = true;
-    // Kept on SQLite only, whose long row condition is the cost; a server's statements would
-    // not outlive a reconnection.
-    if (postgres || !m_update || m_updateSql != sql || m_update->driver() != m_connection->database().driver()) {
-        m_update = std::make_shared<QSqlQuery>(m_connection->database());
-        m_updateSql = sql;
-        ran = m_update->prepare(sql);
-    }
-    QSqlQuery &query = *m_update;
-    int at = 0;
+    QSqlQuery query(m_connection->database());
+    bool ran = query.prepare(sql);
     for (const QVariant &b : binds + whereBinds)
-        query.bindValue(at++, b);
-    if (!ran || !query.exec()) {
-        const DbError error = m_connection->errorFrom(query.lastError(), sql);
-        m_update.reset();
-        return fail(error);
-    }
+        query.addBindValue(b);
+    if (!ran || !query.exec())
+        return fail(m_connection->errorFrom(query.lastError(), sql));
     const bool changed = postgres ? query.next() : query.numRowsAffected() > 0;
     if (!changed)
         return fail({DbError::kRowChanged,

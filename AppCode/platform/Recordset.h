@@ -4,7 +4,6 @@
 
 #include <QDateTime>
 #include <QVariant>
-#include <memory>
 #include <vector>
 
 namespace qln {
@@ -72,10 +71,6 @@ private:
     std::vector<std::pair<int, QVariant>> m_dirty;
     int m_position = 0;
     DbError m_error;
-    // The last update prepared: a run of updates of one shape (a flag set on many items)
-    // prepares it once on SQLite.
-    QString m_updateSql;
-    std::shared_ptr<class QSqlQuery> m_update;
 };
 
 } // namespace qln
