@@ -116,7 +116,7 @@ int gfiPromoCli_run(const QStringList &arguments, QTextStream &out, QTextStream 
     context.open = [&] {
         if (gfbStartup_prepare(suiteCommandLine(dataPath, station)))
             return true;
-        context.fail(verb->name, QStringLiteral("the data path or its database did not open"), kExitRefused);
+        context.fail(verb->name, QStringLiteral("the data path or its database did not open; name the data path with --datapath DIR"), kExitRefused);
         return false;
     };
     const int code = verb->run(parser, context);

@@ -33,7 +33,8 @@ void TerminalProgress::finish()
 {
     if (!m_shown || m_finished)
         return;
-    draw(m_total);
+    if (m_percent < 100)
+        draw(m_total);
     std::fputc('\n', m_stream);
     std::fflush(m_stream);
     m_finished = true;

@@ -1,7 +1,6 @@
 #include "cli/CliVerb.h"
 #include "cli/PromoCli.h"
 #include "common/ProcessState.h"
-
 #include "platform/Clock.h"
 #include "platform/ProgramEnd.h"
 #include "platform/StreamMessages.h"
@@ -30,6 +29,11 @@ int main(int argc, char **argv)
         // The shared start-up ends the run where it cannot go on, at times without a word.
         out.flush();
         err << qln::kPromoCliName << QStringLiteral(": the start-up ended the run\n");
+        err.flush();
+        return qln::kExitRefused;
+    } catch (const std::exception &error) {
+        out.flush();
+        err << qln::kPromoCliName << QStringLiteral(": unexpected error: ") << QString::fromLocal8Bit(error.what()) << '\n';
         err.flush();
         return qln::kExitRefused;
     }

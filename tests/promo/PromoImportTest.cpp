@@ -59,7 +59,7 @@ protected:
     CliRun run(const QStringList &arguments)
     {
         QProcess process;
-        process.start(QStringLiteral(QUILLON_PROMO_CLI), QStringList{QStringLiteral("--datapath"), db.dataPath()} + arguments);
+        process.start(QStringLiteral(QUILLON_PROMO_EXE), QStringList{QStringLiteral("--datapath"), db.dataPath()} + arguments);
         CliRun result;
         if (!process.waitForFinished(180000) || process.exitStatus() != QProcess::NormalExit)
             return result;
@@ -169,7 +169,7 @@ TEST_F(PromoImport, OneBadLineWritesNothingAndTheGoodLinesGoInAtOnce)
     // A second station counts the rows while the good file goes in: it sees all or none.
     std::unique_ptr<Connection> station = db.connect();
     QProcess process;
-    process.start(QStringLiteral(QUILLON_PROMO_CLI),
+    process.start(QStringLiteral(QUILLON_PROMO_EXE),
                   {QStringLiteral("--datapath"), db.dataPath(), QStringLiteral("import"), file(QStringLiteral("good.csv"), good)});
     QSet<int> seen;
     while (!process.waitForFinished(5)) {
