@@ -9,6 +9,7 @@
 #include <QList>
 #include <QString>
 #include <QStringList>
+#include <functional>
 
 // Promos added in bulk, from the lines of a file or copied from promos already in the table:
 // each checked as its editor checks it, the whole lot written in one transaction or not at
