@@ -320,7 +320,10 @@ bool PromoAddition::write(QString &error, const std::function<void(qsizetype)> &
         gsDBLastError.clear();
         gDBErr().clear();
         if (!draft_write(draft, uniqueID++, dailyGroupID)) {
-            const QString why = !gsDBLastError.isEmpty() ? gsDBLastError : dbConnection().lastError().description.trimmed();
+            // An insert leaves its reason in gsDBLastError, an update on the error object.
+            QString why = gsDBLastError.trimmed();
+            if (why.isEmpty())
+                why = (gDBErr().isSet() ? gDBErr().description : dbConnection().lastError().description).trimmed();
             return fail(draft.origin + QStringLiteral(": the database refused it") + (why.isEmpty() ? QString() : QStringLiteral(" (") + why + QLatin1Char(')')));
         }
         if (progress)
