@@ -37,5 +37,7 @@ struct CliVerb {
 // The verbs of the program in the order its help lists them.
 CliVerb gfCliVerb_list();
 CliVerb gfCliVerb_explain();
+CliVerb gfCliVerb_import();
+CliVerb gfCliVerb_shift();
 
 } // namespace qln

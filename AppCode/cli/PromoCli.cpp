@@ -9,8 +9,7 @@ namespace qln {
 
 namespace {
 
-// import and shift join the list here.
-QList<CliVerb> verbs() { return {gfCliVerb_list(), gfCliVerb_explain()}; }
+QList<CliVerb> verbs() { return {gfCliVerb_list(), gfCliVerb_explain(), gfCliVerb_import(), gfCliVerb_shift()}; }
 
 const QCommandLineOption kHelp({QStringLiteral("h"), QStringLiteral("help")}, QString());
 const QCommandLineOption kVersion(QStringLiteral("version"), QString());

@@ -1,5 +1,7 @@
 #include "output/PrintTable.h"
 
+#include "common/Csv.h"
+
 #include <QSaveFile>
 
 #include <algorithm>
@@ -159,16 +161,6 @@ int PrintTable::rowAt(qsizetype offset) const
 {
     const auto next = std::upper_bound(m_rowStarts.begin(), m_rowStarts.end(), offset);
     return int(next - m_rowStarts.begin()) - 1;
-}
-
-QString gfsCsv_field(const QString &text)
-{
-    static const QString special = QStringLiteral(",\"\r\n");
-    if (std::none_of(text.begin(), text.end(), [](QChar c) { return special.contains(c); }))
-        return text;
-    QString quoted = text;
-    quoted.replace(QLatin1Char('"'), QStringLiteral("\"\""));
-    return QLatin1Char('"') + quoted + QLatin1Char('"');
 }
 
 namespace {

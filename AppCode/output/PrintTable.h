@@ -77,8 +77,6 @@ private:
     bool m_wholeRows = false;
 };
 
-// A cell's text as a CSV field: quoted when it holds a comma, a quote or a line break.
-QString gfsCsv_field(const QString &text);
 // Writes the tables as CSV (UTF-8 with a byte order mark, CR LF), header rows included.
 // The file appears whole or not at all; the error text is returned on failure.
 std::optional<QString> gfsPrint_Csv_write(const QString &file, const std::vector<const PrintTable *> &tables);

@@ -54,22 +54,6 @@ std::optional<PromoEditorFault> gfPromoEditor_date_fault(const QString &text, co
                             QStringLiteral("Enter date using the 'mm-dd-yyyy' format.")};
 }
 
-std::optional<PromoEditorFault> gfPromoEditor_reversed_fault(const QDate &start, const QDate &end)
-{
-    if (gflDate_YYYYYMMDD(end) >= gflDate_YYYYMMDD(start))
-        return std::nullopt;
-    return PromoEditorFault{QStringLiteral("Promo Dates Are Reversed"),
-                            QStringLiteral("The promo's starting date must be before the promo's ending date.")};
-}
-
-std::optional<PromoEditorFault> gfPromoEditor_daily_percent_fault(const Money &percent)
-{
-    if (percent > Money() && percent < Money::fromWhole(100))
-        return std::nullopt;
-    return PromoEditorFault{QLatin1Char('\'') + percent.toPlainText() + QStringLiteral("%' Is Not a Daily Promo Percentage"),
-                            QStringLiteral("A daily promo takes more than 0% and less than 100% off every discountable item.")};
-}
-
 std::optional<Money> gfcPromoEditor_amount(const QString &text)
 {
     std::optional<Money> amount = Money::parse(text);

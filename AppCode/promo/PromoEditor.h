@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "common/Money.h"
+#include "promo/PromoChecks.h"
 
 class QDialog;
 class QHBoxLayout;
@@ -27,20 +28,8 @@ void gpPromoEditor_dates_chain(QLineEdit *start, QLineEdit *end, QPushButton *ac
 // and the result is true.
 bool gfbPromoEditor_calendar(QLineEdit *start, QLineEdit *end);
 
-// A check of the editors that failed: the two lines of its message.
-struct PromoEditorFault {
-    QString headline;
-    QString detail;
-};
 // A typed date that is none, named by its box's caption.
 std::optional<PromoEditorFault> gfPromoEditor_date_fault(const QString &text, const QString &caption);
-// Dates in the wrong order. The ending date is compared through the platform's "YYYYYMMDD",
-// which always reads as the larger number: reversed dates pass, as they always have.
-std::optional<PromoEditorFault> gfPromoEditor_reversed_fault(const QDate &start, const QDate &end);
-
-// The percentage of a daily promo: more than 0 and less than 100, since it applies to every
-// discountable item of the store at once.
-std::optional<PromoEditorFault> gfPromoEditor_daily_percent_fault(const Money &percent);
 
 // The amount of a box as money; a text that is none is said once and gives nothing.
 std::optional<Money> gfcPromoEditor_amount(const QString &text);

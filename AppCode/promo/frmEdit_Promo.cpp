@@ -237,12 +237,8 @@ bool frmEdit_Promo::mfbValidate()
     if (!txtEdit[chosen]->text().isEmpty())
         mpPromo_price_show(chosen);
     const Money promo = mfcValue(lblItem[4]->text());
-    const QString priceInvalid = QStringLiteral("' Promo Price ' Is Not Valid");
-    if (mfcValue(msListPrice) < promo)
-        return mfbValidate_fail(kFirstAmountBox, priceInvalid,
-                                QStringLiteral("The 'Promo Price ' is higher than the regular price."));
-    if (promo <= Money())
-        return mfbValidate_fail(kFirstAmountBox, priceInvalid, QStringLiteral("The 'Promo Price ' must be greater than zero."));
+    if (const auto fault = gfPromoEditor_price_fault(mfcValue(msListPrice), promo))
+        return mfbValidate_fail(kFirstAmountBox, fault->headline, fault->detail);
 
     if (const auto fault = gfPromoEditor_reversed_fault(*gfdDate_parse(txtEdit[kStartBox]->text()),
                                                         *gfdDate_parse(txtEdit[kEndBox]->text())))
