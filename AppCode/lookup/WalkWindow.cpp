@@ -58,10 +58,12 @@ public:
         m_rows = std::make_unique<Recordset>();
         // A refused window is not logged: its text is none of the program's, and the steps
         // that stand in for it report as they always did.
-        return m_rows->open(dbConnection(), sql);
+        if (!m_rows->open(dbConnection(), sql))
+            return false;
+        m_count = m_rows->recordCount();
+        return true;
     }
-    int count() const { return m_rows->recordCount(); }
-    bool complete() const { return count() < m_limit; } // nothing lies beyond the last row
+    bool complete() const { return m_count < m_limit; } // nothing lies beyond the last row
 
     std::vector<QVariantList> keys() const
     {
@@ -107,7 +109,7 @@ private:
     int m_segments;
     int m_key = 0;
     std::vector<int> m_ordinals;
-    int m_limit = 0;
+    int m_limit = 0, m_count = 0;
     std::unique_ptr<Recordset> m_rows;
 };
 

@@ -87,8 +87,7 @@ protected:
         for (int n = 1; n <= count; ++n) {
             InventoryRecord r = item(n, pick(random) + (random.bounded(3) == 0 ? QString() : QString::number(random.bounded(4))),
                                      random.bounded(3) == 0 ? "ZED" : "ACME", random.bounded(8) == 0 ? "D" : " ");
-            r.ItemID = (random.bounded(4) == 0 ? QStringLiteral(" ") : QString()) + pick(random).trimmed() +
-                       QString::number(random.bounded(5));
+            r.ItemID = (random.bounded(4) == 0 ? QStringLiteral(" ") : QString()) + pick(random).trimmed() + QString::number(n);
             r.SubDescription = pick(random);
             r.DeptCode = QStringLiteral("00%1.000.000").arg(random.bounded(3));
             if (random.bounded(10) == 0)
@@ -178,8 +177,9 @@ TEST_F(LookupWindows, EveryActionShowsAndLeavesWhatTheWalkDoes)
                     const QStringList read = run(window, key, vendor, actions);
                     ASSERT_EQ(read.size(), walked.size());
                     for (int i = 0; i < read.size(); ++i) {
+                        const QString action = i > 0 ? QStringLiteral("%1 '%2'").arg(actions[i - 1].first).arg(actions[i - 1].second) : QString();
                         ASSERT_EQ(read[i], walked[i]) << "key " << key << " vendor " << vendor << " window " << window << " after action "
-                                                      << i << (i > 0 ? (" " + QString::number(actions[i - 1].first) + " '" + actions[i - 1].second + "'").toStdString() : std::string());
+                                                      << i << " " << action.toStdString();
                         ++compared;
                     }
                 }
