@@ -14,6 +14,7 @@
 #include "store/Database.h"
 #include "store/Departments.h"
 #include "store/Inventory.h"
+#include "store/Names.h"
 #include "store/Notes.h"
 #include "store/RecordOps.h"
 #include "store/RowsDecode.h"
@@ -113,8 +114,13 @@ public:
     void money(Money value) override { values << value.toPlainText(4); }
 };
 
+bool namesFile() { return iLookupFile == kNamesTable; }
+int lookupTable() { return namesFile() ? kNamesTable : kInventoryTable; }
+
 QVariantList currentImage()
 {
+    if (namesFile())
+        return gfaNames_image();
     ImageSink sink;
     gpInventory_row_put(sink);
     return sink.values;
@@ -518,13 +524,15 @@ int visibleMatch(const QString &text)
 
 bool fetch(int op)
 {
-    return bUpcMode ? gfbDB_RecordOp(kUpcTable, op, 2) : gfbDB_RecordOp(kInventoryTable, op, iLookupKey);
+    return bUpcMode ? gfbDB_RecordOp(kUpcTable, op, 2) : gfbDB_RecordOp(lookupTable(), op, iLookupKey);
 }
 
 enum class Verdict { Pass, Refuse, End };
 
 Verdict judge()
 {
+    if (namesFile())
+        return gName.DeleteFlag == QLatin1String("D") ? Verdict::Refuse : Verdict::Pass;
     if (bUpcMode) {
         if (upcStandsForNoItem(gUpc.UPC))
             return Verdict::Refuse;
@@ -570,7 +578,12 @@ bool gfbDataGrid_Reposition(int row, const QString &position)
         return col < 0 ? QString() : cells.value(col);
     };
     bool found;
-    if (bUpcMode) {
+    if (namesFile()) {
+        // The A/R code is the name's own: the row's record is fetched by it alone.
+        gName = NameRecord();
+        gName.ARCode = gfsNames_fitted(&NameRecord::ARCode, cell(kNameARCode));
+        found = gfbDB_RecordOp(kNamesTable, kOpEqual, 1);
+    } else if (bUpcMode) {
         gUpc = UpcRecord();
         gUpc.UPC = cut(cell(kItemID, kUpc), 15);
         found = gfbDB_RecordOp(kUpcTable, kOpEqual, 2);
@@ -606,8 +619,51 @@ QString slKey(QString text)
 
 const QString kSLFloor = QStringLiteral("      0 ");
 
+// A name's key from typed text; on key 2 "last, first" fills both names.
+void nameKeyFill(const QString &text)
+{
+    NameRecord &r = gName;
+    auto fit = [](QString NameRecord::*field, const QString &value) { gName.*field = gfsNames_fitted(field, value); };
+    r = NameRecord();
+    switch (iLookupKey) {
+    case 1: fit(&NameRecord::ARCode, text); break;
+    case 2: {
+        const qsizetype comma = text.indexOf(QLatin1Char(','));
+        fit(&NameRecord::LastName, comma < 0 ? text : text.left(comma));
+        if (comma >= 0)
+            fit(&NameRecord::FirstName, text.mid(comma + 1).trimmed());
+        break;
+    }
+    case 3: fit(&NameRecord::Zip, text); break;
+    case 4: fit(&NameRecord::Mail, text); break;
+    case 5: fit(&NameRecord::Business, text); break;
+    case 7: fit(&NameRecord::FirstName, text); break;
+    case 9: fit(&NameRecord::PhoneIndex, text); break;
+    default: break;
+    }
+}
+
+QString nameKeyFieldText()
+{
+    const NameRecord &r = gName;
+    switch (iLookupKey) {
+    case 1: return r.ARCode;
+    case 2: return r.LastName;
+    case 3: return r.Zip;
+    case 4: return r.Mail;
+    case 5: return r.Business;
+    case 7: return r.FirstName;
+    case 9: return r.PhoneIndex;
+    default: return QString();
+    }
+}
+
 void keyFill(const QString &text)
 {
+    if (namesFile()) {
+        nameKeyFill(text);
+        return;
+    }
     InventoryRecord &r = gInventory;
     const bool vendor = vendorKey();
     const QString rest = QString(20, QLatin1Char(' '));
@@ -639,6 +695,8 @@ void keyFill(const QString &text)
 
 QString keyFieldText()
 {
+    if (namesFile())
+        return nameKeyFieldText();
     const InventoryRecord &r = gInventory;
     const bool vendor = vendorKey();
     switch (iLookupKey) {
@@ -666,20 +724,20 @@ void firstLetterCorrect(const QString &text)
     const QChar wanted = firstLetter(text), found = firstLetter(keyFieldText());
     if (found.isNull() || found <= wanted)
         return;
-    if (gfbDB_RecordOp(kInventoryTable, kOpGetPrevious, iLookupKey) && firstLetter(keyFieldText()) > wanted)
-        gfbDB_RecordOp(kInventoryTable, kOpGetNext, iLookupKey);
+    if (gfbDB_RecordOp(lookupTable(), kOpGetPrevious, iLookupKey) && firstLetter(keyFieldText()) > wanted)
+        gfbDB_RecordOp(lookupTable(), kOpGetNext, iLookupKey);
 }
 
 // Nothing at or after the text: the last record at or before it, by the sort field alone,
 // whose value the set's current row carries for the raw read.
 bool lastAtOrBefore()
 {
-    ImageSink key;
-    gpInventory_row_put(key);
-    gpDB_FieldSet(kInventoryTable, iSortField, key.values.value(iSortField));
-    if (!gfbDB_RecordOp(kInventoryTable, kOpLessEqual, iSortField, true))
+    const int table = lookupTable();
+    const int column = namesFile() ? gfiNames_column(iSortField) : iSortField;
+    gpDB_FieldSet(table, column, currentImage().value(iSortField));
+    if (!gfbDB_RecordOp(table, kOpLessEqual, column, true))
         return false;
-    gpInventory_read(kInventoryTable);
+    gpDB_table_row_to_record(table);
     return true;
 }
 
@@ -705,18 +763,18 @@ bool keyPosition(const QString &text)
     if (positionedByTextAlone(text))
         return true;
     // "Get First" comes before any text: on an empty table the rows just go blank.
-    const bool first = gfbDB_RecordOp(kInventoryTable, kOpGetFirst, iLookupKey);
-    if (!first && gfiDB_RecordCount(kInventoryTable) == 0)
+    const bool first = gfbDB_RecordOp(lookupTable(), kOpGetFirst, iLookupKey);
+    if (!first && gfiDB_RecordCount(lookupTable()) == 0)
         return false;
     if (text.isEmpty() && !vendorKey())
         return first;
     keyFill(text);
-    if (gfbDB_RecordOp(kInventoryTable, kOpGreaterEqual, iLookupKey)) {
+    if (gfbDB_RecordOp(lookupTable(), kOpGreaterEqual, iLookupKey)) {
         if (!text.isEmpty())
             firstLetterCorrect(text);
         return true;
     }
-    if (lastAtOrBefore() || gfbDB_RecordOp(kInventoryTable, kOpGetFirst, iLookupKey))
+    if (lastAtOrBefore() || gfbDB_RecordOp(lookupTable(), kOpGetFirst, iLookupKey))
         return true;
     if (!text.isEmpty())
         message("Error No Data found in File");
@@ -922,19 +980,22 @@ bool scanSearch(DataGridView &grid, const QString &text)
     gaWildHits.clear();
     bStop = false;
     const bool description = sKeyFieldName == QLatin1String("Description");
-    if (description && gLookupSettings.bLongDescriptions)
+    if (description && gLookupSettings.bLongDescriptions && !namesFile())
         noteHitsCollect(like);
     const QString order = description ? QStringLiteral("Order BY Description,subdescription") : QStringLiteral("Order BY ") + sKeyFieldName;
-    const QString sql = QStringLiteral("SELECT * FROM ") + dbuaTable[kInventoryTable].sSqlFile + QStringLiteral(" WHERE ") + sKeyFieldName +
-                        QStringLiteral(" like '%") + like + QStringLiteral("%' And status <> 'D' ") + order;
-    if (gfbDB_ExecuteSQL(sql, kInventoryTable, false)) {
-        const Recordset *rows = dbaRecordset[kInventoryTable].get();
+    const int table = lookupTable();
+    const QString head = QStringLiteral("SELECT * FROM ") + dbuaTable[table].sSqlFile + QStringLiteral(" WHERE ") + sKeyFieldName +
+                         QStringLiteral(" like '%") + like;
+    const QString sql = namesFile() ? head + QStringLiteral("%' And DeleteFlag <> 'D' ") + QStringLiteral("Order BY ARCode")
+                                    : head + QStringLiteral("%' And status <> 'D' ") + order;
+    if (gfbDB_ExecuteSQL(sql, table, false)) {
+        const Recordset *rows = dbaRecordset[table].get();
         // A key handled while the window system runs may replace the set: the scan ends there.
-        while (!bStop && dbaRecordset[kInventoryTable].get() == rows && !rows->eof()) {
-            gpInventory_read(kInventoryTable);
+        while (!bStop && dbaRecordset[table].get() == rows && !rows->eof()) {
+            gpDB_table_row_to_record(table);
             gaInventoryHits.append(currentImage());
             hitUse(gaInventoryHits.last());
-            dbaRecordset[kInventoryTable]->moveNext();
+            dbaRecordset[table]->moveNext();
             yieldTo(grid);
         }
     }
@@ -1177,6 +1238,7 @@ bool gfvDataGrid_Find(DataGridView &grid, bool bFromSearch)
         }
     }
     gInventory = InventoryRecord();
+    gName = NameRecord();
     gUpc = UpcRecord();
     bAtTop = false;
     bAtBottom = false;
@@ -1214,7 +1276,7 @@ bool gfbDataGrid_Reload(DataGridView &grid)
     bAtBottom = false;
     gInventory = InventoryRecord();
     bool positioned = false;
-    if (!sRememberedSL.trimmed().isEmpty() && !bFindMode && !bUpcMode &&
+    if (!sRememberedSL.trimmed().isEmpty() && !bFindMode && !bUpcMode && !namesFile() &&
         gfiDB_RecordCount(kInventoryTable) > iGridRows - 1) {
         gInventory.SL = cut(sRememberedSL, 8);
         positioned = gfbDB_RecordOp(kInventoryTable, kOpEqual, 1);
