@@ -165,7 +165,7 @@ public:
     void prepare(const QList<QVariantList> &images)
     {
         clear();
-        if (bUpcMode || gfiWalk_window() < 2 || !columnShown())
+        if (bUpcMode || namesFile() || gfiWalk_window() < 2 || !columnShown())
             return;
         QString previous = engine().upcSL;
         for (const QVariantList &image : images) {
@@ -745,7 +745,7 @@ bool lastAtOrBefore()
 // First" before it left nothing that lasts, and reading it first would cost a statement.
 bool positionedByTextAlone(const QString &text)
 {
-    const bool wholeKey = iLookupKey != 5 || vendorKey();
+    const bool wholeKey = !namesFile() && (iLookupKey != 5 || vendorKey());
     if (text.isEmpty() || text.contains(QLatin1Char('\'')) || !wholeKey || gfiWalk_window() < 2 || !gfrsDB_Current(kInventoryTable))
         return false;
     const InventoryRecord before = gInventory;
@@ -855,7 +855,10 @@ void fillForward(int first, bool bSearch = false)
 
 // ---------------------------------------------------------------- windows of rows
 // Item lists read a page's records and their codes by windows (see WalkWindow.h and the
-// UPC column above); the UPC mode walks codes, not items, and goes step by step.
+// UPC column above).
+
+// The UPC mode walks codes, not items; the names keep their own steps.
+bool byWindows() { return !bUpcMode && !namesFile(); }
 
 // The records of up to `wanted` steps of op, as the window's rows show them.
 QList<QVariantList> walkImages(int op, int wanted)
@@ -908,7 +911,7 @@ bool fillFromCurrent(DataGridView &grid, bool bSearch = false)
         paint(grid);
         return false;
     }
-    if (bUpcMode) {
+    if (!byWindows()) {
         rowFillCurrent(1);
         fillForward(2, bSearch);
     } else {
@@ -1112,7 +1115,7 @@ void pageDown(DataGridView &grid, int &row)
         bAtBottom = true;
         return;
     }
-    if (bUpcMode) {
+    if (!byWindows()) {
         if (!step(kOpGetNext)) {
             message("End of List");
             bAtBottom = true;
@@ -1155,7 +1158,7 @@ void pageUp(DataGridView &grid, int &row)
         return;
     }
     QList<QVariantList> before; // nearest first
-    if (bUpcMode) {
+    if (!byWindows()) {
         while (before.size() < last && step(kOpGetPrevious))
             before.append(currentImage());
     } else {
