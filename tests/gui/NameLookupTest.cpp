@@ -4,9 +4,10 @@
 #include "lookup/NamePick.h"
 #include "lookup/frm_Lookup.h"
 #include "platform/ModalRunner.h"
+#include "shell/Startup.h"
 #include "support/FormFinder.h"
 
-#include <QImage>
+#include <QDir>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -98,7 +99,9 @@ TEST_F(NameLookup, PagingKeysWalkALongListAndAQuestionMarkDoesNotSearch)
 TEST_F(NameLookup, PhoneStandsForTheCodeUnderF6AndEscapeChoosesNothing)
 {
     addNames();
-    gLookupSettings.bPhoneLookup = true;
+    // As the site sets it: the window reads its settings from ZOR.INI.
+    ASSERT_TRUE(gZorIni.FileOpen(QDir(gsDataPath).filePath(QStringLiteral("ZOR.INI"))));
+    ASSERT_TRUE(gZorIni.WriteData(QStringLiteral("LOOKUP"), QStringLiteral("Phone Lookup"), QStringLiteral("Y")));
     EXPECT_TRUE(pick([](QDialog &form) {
                     QTest::keyClick(search(form), Qt::Key_F6);
                     EXPECT_EQ(iLookupKey, 9);
