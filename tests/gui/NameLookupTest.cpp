@@ -8,6 +8,7 @@
 #include "support/FormFinder.h"
 
 #include <QDir>
+#include <QFile>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -100,8 +101,11 @@ TEST_F(NameLookup, PhoneStandsForTheCodeUnderF6AndEscapeChoosesNothing)
 {
     addNames();
     // As the site sets it: the window reads its settings from ZOR.INI.
-    ASSERT_TRUE(gZorIni.FileOpen(QDir(gsDataPath).filePath(QStringLiteral("ZOR.INI"))));
-    ASSERT_TRUE(gZorIni.WriteData(QStringLiteral("LOOKUP"), QStringLiteral("Phone Lookup"), QStringLiteral("Y")));
+    QFile ini(QDir(gsDataPath).filePath(QStringLiteral("ZOR.INI")));
+    ASSERT_TRUE(ini.open(QIODevice::WriteOnly));
+    ini.write("[LOOKUP]\r\nPhone Lookup=Y\r\n");
+    ini.close();
+    ASSERT_TRUE(gZorIni.FileOpen(ini.fileName()));
     EXPECT_TRUE(pick([](QDialog &form) {
                     QTest::keyClick(search(form), Qt::Key_F6);
                     EXPECT_EQ(iLookupKey, 9);
