@@ -1,9 +1,12 @@
 // The record lookup on a large item file: a keystroke, a page and a line move of the paging
-// grid against one hand-written indexed query that returns the same window of rows.
+// grid against one hand-written indexed query that returns the same window of rows. The
+// argument is the most rows one statement of the walk reads: 64 (the default, by windows)
+// or 0 (each step by itself, as before).
 #include "BenchDataSet.h"
 
 #include "lookup/DataGrid.h"
 #include "lookup/GridSetUpBackOffice.h"
+#include "lookup/WalkWindow.h"
 #include "store/Database.h"
 #include "store/Inventory.h"
 #include "support/ScriptedMessages.h"
@@ -72,13 +75,20 @@ bool lookupReady(benchmark::State &state, NullView &view)
         state.SkipWithError("no data set");
         return false;
     }
+    gpWalk_window_set(int(state.range(0)));
     lookupOpen(view);
     return true;
 }
 
+// The default back for the benchmarks that follow.
+struct WindowRestored {
+    ~WindowRestored() { gpWalk_window_set(64); }
+};
+
 void BM_Lookup_Keystroke(benchmark::State &state)
 {
     test::ScriptedMessages boxes;
+    const WindowRestored restored;
     NullView view;
     if (!lookupReady(state, view))
         return;
@@ -92,6 +102,7 @@ void BM_Lookup_Keystroke(benchmark::State &state)
 void pageOrLine(benchmark::State &state, int direction)
 {
     test::ScriptedMessages boxes;
+    const WindowRestored restored;
     NullView view;
     if (!lookupReady(state, view))
         return;
@@ -147,7 +158,7 @@ void BM_Lookup_Baseline(benchmark::State &state)
 } // namespace
 
 BENCHMARK(BM_Lookup_Baseline)->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_Lookup_Keystroke)->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_Lookup_PageDown)->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_Lookup_PageUp)->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_Lookup_LineDown)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_Lookup_Keystroke)->Arg(64)->Arg(0)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_Lookup_PageDown)->Arg(64)->Arg(0)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_Lookup_PageUp)->Arg(64)->Arg(0)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_Lookup_LineDown)->Arg(64)->Arg(0)->Unit(benchmark::kMillisecond);

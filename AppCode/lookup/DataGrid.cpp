@@ -6,14 +6,19 @@
 #include "config/Country.h"
 #include "config/Tax.h"
 #include "lookup/GridSetUpBackOffice.h"
+#include "lookup/WalkWindow.h"
 #include "platform/Clock.h"
 #include "platform/Messages.h"
+#include "platform/Recordset.h"
 #include "store/Common.h"
 #include "store/Database.h"
 #include "store/Departments.h"
 #include "store/Inventory.h"
+#include "store/Names.h"
 #include "store/Notes.h"
 #include "store/RecordOps.h"
+#include "store/RowsDecode.h"
+#include "store/ServerCheck.h"
 #include "store/TableLayout.h"
 #include "store/Upc.h"
 
@@ -109,8 +114,13 @@ public:
     void money(Money value) override { values << value.toPlainText(4); }
 };
 
+bool namesFile() { return iLookupFile == kNamesTable; }
+int lookupTable() { return namesFile() ? kNamesTable : kInventoryTable; }
+
 QVariantList currentImage()
 {
+    if (namesFile())
+        return gfaNames_image();
     ImageSink sink;
     gpInventory_row_put(sink);
     return sink.values;
@@ -144,6 +154,183 @@ QString priceCell(const GridColumn &column, const QVariantList &image)
     return gfsNumber_format(value, QStringLiteral("##.00"));
 }
 
+// ---------------------------------------------------------------- the UPC column by windows
+// The codes of a window's items come in one statement; each row's cell is then what its
+// own read would have shown, and the UPC buffer and current record end as after the last
+// of those reads.
+
+class UpcWindow {
+public:
+    // The reads the rows' cells will make, in order, answered ahead where that is certain.
+    void prepare(const QList<QVariantList> &images)
+    {
+        clear();
+        if (bUpcMode || namesFile() || gfiWalk_window() < 2 || !columnShown())
+            return;
+        QString previous = engine().upcSL;
+        for (const QVariantList &image : images) {
+            const QString sl = fieldText(image, kSL);
+            if (sl == previous)
+                continue;
+            previous = sl;
+            // A quote or a blank byte changes the read's literal: that read goes by itself.
+            if (sl.contains(QLatin1Char('\'')) || sl.contains(QChar(0)))
+                return;
+            m_reads.append({sl, image.value(kRecordNum).toInt(), QString()});
+        }
+        if (m_reads.size() < 2 || !read())
+            clear();
+    }
+
+    // The cell of the next read when it was answered ahead.
+    bool answer(const QString &sl, QString &shown)
+    {
+        if (m_next >= m_reads.size() || m_reads[m_next].sl != sl)
+            return false;
+        shown = m_reads[m_next++].shown;
+        return true;
+    }
+
+    // After the rows: the buffer and the current record as the last read leaves them.
+    void settle()
+    {
+        if (m_reads.isEmpty() || m_next < m_reads.size())
+            return clear();
+        if (m_lastDecoded >= 0) {
+            position(m_lastDecoded);
+            gpDB_row_decode(kUpcTable, m_rows);
+        } else {
+            gUpc = m_buffer;
+        }
+        if (m_lastEmpty) {
+            // The last read found no code: its set is the table's first row, as a read of no
+            // rows leaves it.
+            dbaRecordset[kUpcTable].reset();
+            gfbDB_TableOpen(kUpcTable);
+        } else {
+            position(m_lastEnd);
+            dbaRecordset[kUpcTable] = std::move(m_rows);
+        }
+        gpDB_Set_read(kUpcTable);
+        clear();
+    }
+
+private:
+    struct Read {
+        QString sl;
+        qint32 recordNum;
+        QString shown;
+    };
+
+    static bool columnShown()
+    {
+        for (int col = iFirstCol; col < iGridCols; ++col) {
+            const GridColumn &c = gaGridColumns[col];
+            if (c.iField != kNoField && c.iFormat == kUpc && c.lWidth != 0)
+                return true;
+        }
+        return false;
+    }
+    // Equal for both engines' text order: letters A-Z as a-z, trailing blanks dropped.
+    static QString plainForm(QString text)
+    {
+        while (text.endsWith(QLatin1Char(' ')))
+            text.chop(1);
+        for (QChar &c : text) {
+            if (c >= QLatin1Char('A') && c <= QLatin1Char('Z'))
+                c = QChar(c.unicode() + 32);
+        }
+        return text;
+    }
+    // Where an engine might hold two texts equal that the plain form keeps apart.
+    static QString looseForm(const QString &text) { return plainForm(text).toCaseFolded().normalized(QString::NormalizationForm_KD); }
+
+    void clear()
+    {
+        m_reads.clear();
+        m_next = 0;
+        m_rows.reset();
+        m_lastDecoded = -1;
+        m_lastEnd = 0;
+        m_lastEmpty = false;
+    }
+    void position(int row)
+    {
+        m_rows->moveFirst();
+        for (int i = 0; i < row; ++i)
+            m_rows->moveNext();
+    }
+
+    bool read()
+    {
+        QStringList listed;
+        for (const Read &r : std::as_const(m_reads)) {
+            if (!listed.contains(r.sl))
+                listed << r.sl;
+        }
+        // A fixed count of literals keeps the statement one prepared shape.
+        while (listed.size() < iGridRows)
+            listed << listed.last();
+        const QString T = dbuaTable[kUpcTable].sSqlFile;
+        const QString last = m_reads.last().sl;
+        // The last read's codes come last, so that its set ends where the set ends.
+        const QString sql = QStringLiteral("SELECT * FROM ") + T + QStringLiteral(" WHERE SL IN ('") +
+                            listed.join(QStringLiteral("','")) + QStringLiteral("') ORDER BY CASE WHEN SL='") + last +
+                            QStringLiteral("' THEN 1 ELSE 0 END, SL, UPC");
+        m_rows = std::make_unique<Recordset>();
+        if (!m_rows->open(dbConnection(), sql)) // not logged: the reads that stand in report
+            return false;
+        const int slField = m_rows->fieldIndex(QStringLiteral("SL"));
+        QStringList codeSL;
+        for (m_rows->moveFirst(); !m_rows->eof(); m_rows->moveNext()) {
+            const QVariant value = m_rows->value(slField);
+            codeSL << (value.isNull() ? QString() : value.toString());
+        }
+        m_buffer = gUpc;
+        for (Read &r : m_reads) {
+            bool decoded = false, matched = false;
+            int at = -1;
+            for (int i = 0; i < codeSL.size(); ++i) {
+                const bool plain = plainForm(codeSL[i]) == plainForm(r.sl);
+                if (!plain && looseForm(codeSL[i]) == looseForm(r.sl))
+                    return false;
+                if (!plain)
+                    continue;
+                position(i);
+                gpDB_row_decode(kUpcTable, m_rows);
+                decoded = true;
+                at = i;
+                if (!upcStandsForNoItem(gUpc.UPC) && gUpc.InvUID == r.recordNum) {
+                    r.shown = gUpc.UPC.trimmed();
+                    matched = true;
+                    break;
+                }
+            }
+            if (decoded)
+                m_lastDecoded = at;
+            m_lastEmpty = !decoded;
+            m_lastEnd = matched ? at : int(codeSL.size());
+        }
+        gUpc = m_buffer;
+        return true;
+    }
+
+    QList<Read> m_reads;
+    int m_next = 0;
+    std::unique_ptr<Recordset> m_rows;
+    UpcRecord m_buffer;
+    int m_lastDecoded = -1, m_lastEnd = 0;
+    bool m_lastEmpty = false;
+};
+
+UpcWindow &upcWindow()
+{
+    static UpcWindow window;
+    return window;
+}
+
+// ---------------------------------------------------------------- the display of a cell (cont.)
+
 // The item's first UPC, in code order, that stands for it and carries its record number; the
 // one of the row before when it is the same item.
 QString upcCell(const QVariantList &image)
@@ -156,6 +343,8 @@ QString upcCell(const QVariantList &image)
         return e.upcShown;
     e.upcSL = sl;
     e.upcShown.clear();
+    if (upcWindow().answer(sl, e.upcShown))
+        return e.upcShown;
     const QString sql = QStringLiteral("SELECT * FROM ") + dbuaTable[kUpcTable].sSqlFile + QStringLiteral(" WHERE SL='") +
                         gfsDB_Quote(sl, true, 0) + QStringLiteral("' ORDER BY UPC");
     if (!gfbDB_RecordOp(kUpcTable, kOpBySQL, 2, false, false, sql))
@@ -335,13 +524,15 @@ int visibleMatch(const QString &text)
 
 bool fetch(int op)
 {
-    return bUpcMode ? gfbDB_RecordOp(kUpcTable, op, 2) : gfbDB_RecordOp(kInventoryTable, op, iLookupKey);
+    return bUpcMode ? gfbDB_RecordOp(kUpcTable, op, 2) : gfbDB_RecordOp(lookupTable(), op, iLookupKey);
 }
 
 enum class Verdict { Pass, Refuse, End };
 
 Verdict judge()
 {
+    if (namesFile())
+        return gName.DeleteFlag == QLatin1String("D") ? Verdict::Refuse : Verdict::Pass;
     if (bUpcMode) {
         if (upcStandsForNoItem(gUpc.UPC))
             return Verdict::Refuse;
@@ -387,7 +578,12 @@ bool gfbDataGrid_Reposition(int row, const QString &position)
         return col < 0 ? QString() : cells.value(col);
     };
     bool found;
-    if (bUpcMode) {
+    if (namesFile()) {
+        // The A/R code is the name's own: the row's record is fetched by it alone.
+        gName = NameRecord();
+        gName.ARCode = gfsNames_fitted(&NameRecord::ARCode, cell(kNameARCode));
+        found = gfbDB_RecordOp(kNamesTable, kOpEqual, 1);
+    } else if (bUpcMode) {
         gUpc = UpcRecord();
         gUpc.UPC = cut(cell(kItemID, kUpc), 15);
         found = gfbDB_RecordOp(kUpcTable, kOpEqual, 2);
@@ -423,8 +619,51 @@ QString slKey(QString text)
 
 const QString kSLFloor = QStringLiteral("      0 ");
 
+// A name's key from typed text; on key 2 "last, first" fills both names.
+void nameKeyFill(const QString &text)
+{
+    NameRecord &r = gName;
+    auto fit = [](QString NameRecord::*field, const QString &value) { gName.*field = gfsNames_fitted(field, value); };
+    r = NameRecord();
+    switch (iLookupKey) {
+    case 1: fit(&NameRecord::ARCode, text); break;
+    case 2: {
+        const qsizetype comma = text.indexOf(QLatin1Char(','));
+        fit(&NameRecord::LastName, comma < 0 ? text : text.left(comma));
+        if (comma >= 0)
+            fit(&NameRecord::FirstName, text.mid(comma + 1).trimmed());
+        break;
+    }
+    case 3: fit(&NameRecord::Zip, text); break;
+    case 4: fit(&NameRecord::Mail, text); break;
+    case 5: fit(&NameRecord::Business, text); break;
+    case 7: fit(&NameRecord::FirstName, text); break;
+    case 9: fit(&NameRecord::PhoneIndex, text); break;
+    default: break;
+    }
+}
+
+QString nameKeyFieldText()
+{
+    const NameRecord &r = gName;
+    switch (iLookupKey) {
+    case 1: return r.ARCode;
+    case 2: return r.LastName;
+    case 3: return r.Zip;
+    case 4: return r.Mail;
+    case 5: return r.Business;
+    case 7: return r.FirstName;
+    case 9: return r.PhoneIndex;
+    default: return QString();
+    }
+}
+
 void keyFill(const QString &text)
 {
+    if (namesFile()) {
+        nameKeyFill(text);
+        return;
+    }
     InventoryRecord &r = gInventory;
     const bool vendor = vendorKey();
     const QString rest = QString(20, QLatin1Char(' '));
@@ -456,6 +695,8 @@ void keyFill(const QString &text)
 
 QString keyFieldText()
 {
+    if (namesFile())
+        return nameKeyFieldText();
     const InventoryRecord &r = gInventory;
     const bool vendor = vendorKey();
     switch (iLookupKey) {
@@ -483,38 +724,57 @@ void firstLetterCorrect(const QString &text)
     const QChar wanted = firstLetter(text), found = firstLetter(keyFieldText());
     if (found.isNull() || found <= wanted)
         return;
-    if (gfbDB_RecordOp(kInventoryTable, kOpGetPrevious, iLookupKey) && firstLetter(keyFieldText()) > wanted)
-        gfbDB_RecordOp(kInventoryTable, kOpGetNext, iLookupKey);
+    if (gfbDB_RecordOp(lookupTable(), kOpGetPrevious, iLookupKey) && firstLetter(keyFieldText()) > wanted)
+        gfbDB_RecordOp(lookupTable(), kOpGetNext, iLookupKey);
 }
 
 // Nothing at or after the text: the last record at or before it, by the sort field alone,
 // whose value the set's current row carries for the raw read.
 bool lastAtOrBefore()
 {
-    ImageSink key;
-    gpInventory_row_put(key);
-    gpDB_FieldSet(kInventoryTable, iSortField, key.values.value(iSortField));
-    if (!gfbDB_RecordOp(kInventoryTable, kOpLessEqual, iSortField, true))
+    const int table = lookupTable();
+    const int column = namesFile() ? gfiNames_column(iSortField) : iSortField;
+    gpDB_FieldSet(table, column, currentImage().value(iSortField));
+    if (!gfbDB_RecordOp(table, kOpLessEqual, column, true))
         return false;
-    gpInventory_read(kInventoryTable);
+    gpDB_table_row_to_record(table);
     return true;
+}
+
+// Typed text fills every segment of most keys: when ">=" then finds a record, the "Get
+// First" before it left nothing that lasts, and reading it first would cost a statement.
+bool positionedByTextAlone(const QString &text)
+{
+    const bool wholeKey = !namesFile() && (iLookupKey != 5 || vendorKey());
+    if (text.isEmpty() || text.contains(QLatin1Char('\'')) || !wholeKey || gfiWalk_window() < 2 || !gfrsDB_Current(kInventoryTable))
+        return false;
+    const InventoryRecord before = gInventory;
+    keyFill(text);
+    if (gfbDB_RecordOp(kInventoryTable, kOpGreaterEqual, iLookupKey)) {
+        firstLetterCorrect(text);
+        return true;
+    }
+    gInventory = before;
+    return false;
 }
 
 bool keyPosition(const QString &text)
 {
+    if (positionedByTextAlone(text))
+        return true;
     // "Get First" comes before any text: on an empty table the rows just go blank.
-    const bool first = gfbDB_RecordOp(kInventoryTable, kOpGetFirst, iLookupKey);
-    if (!first && gfiDB_RecordCount(kInventoryTable) == 0)
+    const bool first = gfbDB_RecordOp(lookupTable(), kOpGetFirst, iLookupKey);
+    if (!first && gfiDB_RecordCount(lookupTable()) == 0)
         return false;
     if (text.isEmpty() && !vendorKey())
         return first;
     keyFill(text);
-    if (gfbDB_RecordOp(kInventoryTable, kOpGreaterEqual, iLookupKey)) {
+    if (gfbDB_RecordOp(lookupTable(), kOpGreaterEqual, iLookupKey)) {
         if (!text.isEmpty())
             firstLetterCorrect(text);
         return true;
     }
-    if (lastAtOrBefore() || gfbDB_RecordOp(kInventoryTable, kOpGetFirst, iLookupKey))
+    if (lastAtOrBefore() || gfbDB_RecordOp(lookupTable(), kOpGetFirst, iLookupKey))
         return true;
     if (!text.isEmpty())
         message("Error No Data found in File");
@@ -593,6 +853,54 @@ void fillForward(int first, bool bSearch = false)
         bAtBottom = true;
 }
 
+// ---------------------------------------------------------------- windows of rows
+// Item lists read a page's records and their codes by windows (see WalkWindow.h and the
+// UPC column above).
+
+// The UPC mode walks codes, not items; the names keep their own steps.
+bool byWindows() { return !bUpcMode && !namesFile(); }
+
+// The records of up to `wanted` steps of op, as the window's rows show them.
+QList<QVariantList> walkImages(int op, int wanted)
+{
+    QList<QVariantList> images;
+    const WalkVisit visit{[] {
+                              switch (judge()) {
+                              case Verdict::Pass: return WalkVerdict::Pass;
+                              case Verdict::End: return WalkVerdict::End;
+                              case Verdict::Refuse: break;
+                              }
+                              return WalkVerdict::Refuse;
+                          },
+                          [&] { images << currentImage(); }};
+    gfiWalk_steps(kInventoryTable, iLookupKey, op, wanted, visit);
+    return images;
+}
+
+// Fills rows[i] from images[i], in that order.
+void rowsFill(const QList<int> &rows, const QList<QVariantList> &images)
+{
+    upcWindow().prepare(images);
+    for (int i = 0; i < images.size(); ++i)
+        rowFill(rows[i], images[i]);
+    upcWindow().settle();
+}
+
+// The rows from the top, the rest blank; fewer records than rows is the list's end.
+void fillWindow(const QList<QVariantList> &images)
+{
+    QList<int> rows;
+    for (int i = 0; i < images.size(); ++i)
+        rows << i + 1;
+    rowsFill(rows, images);
+    for (int blank = int(images.size()) + 1; blank < iGridRows; ++blank)
+        rowClear(blank);
+    if (images.size() < iGridRows - 1)
+        bAtBottom = true;
+}
+
+// ---------------------------------------------------------------- windows of rows: end
+
 // The current record on row 1 and the rest after it.
 bool fillFromCurrent(DataGridView &grid, bool bSearch = false)
 {
@@ -603,8 +911,14 @@ bool fillFromCurrent(DataGridView &grid, bool bSearch = false)
         paint(grid);
         return false;
     }
-    rowFillCurrent(1);
-    fillForward(2, bSearch);
+    if (!byWindows()) {
+        rowFillCurrent(1);
+        fillForward(2, bSearch);
+    } else {
+        QList<QVariantList> images{currentImage()};
+        images += walkImages(kOpGetNext, iGridRows - 2);
+        fillWindow(images);
+    }
     sPosition = kBottom;
     paint(grid);
     return true;
@@ -669,19 +983,22 @@ bool scanSearch(DataGridView &grid, const QString &text)
     gaWildHits.clear();
     bStop = false;
     const bool description = sKeyFieldName == QLatin1String("Description");
-    if (description && gLookupSettings.bLongDescriptions)
+    if (description && gLookupSettings.bLongDescriptions && !namesFile())
         noteHitsCollect(like);
     const QString order = description ? QStringLiteral("Order BY Description,subdescription") : QStringLiteral("Order BY ") + sKeyFieldName;
-    const QString sql = QStringLiteral("SELECT * FROM ") + dbuaTable[kInventoryTable].sSqlFile + QStringLiteral(" WHERE ") + sKeyFieldName +
-                        QStringLiteral(" like '%") + like + QStringLiteral("%' And status <> 'D' ") + order;
-    if (gfbDB_ExecuteSQL(sql, kInventoryTable, false)) {
-        const Recordset *rows = dbaRecordset[kInventoryTable].get();
+    const int table = lookupTable();
+    const QString head = QStringLiteral("SELECT * FROM ") + dbuaTable[table].sSqlFile + QStringLiteral(" WHERE ") + sKeyFieldName +
+                         QStringLiteral(" like '%") + like;
+    const QString sql = namesFile() ? head + QStringLiteral("%' And DeleteFlag <> 'D' ") + QStringLiteral("Order BY ARCode")
+                                    : head + QStringLiteral("%' And status <> 'D' ") + order;
+    if (gfbDB_ExecuteSQL(sql, table, false)) {
+        const Recordset *rows = dbaRecordset[table].get();
         // A key handled while the window system runs may replace the set: the scan ends there.
-        while (!bStop && dbaRecordset[kInventoryTable].get() == rows && !rows->eof()) {
-            gpInventory_read(kInventoryTable);
+        while (!bStop && dbaRecordset[table].get() == rows && !rows->eof()) {
+            gpDB_table_row_to_record(table);
             gaInventoryHits.append(currentImage());
             hitUse(gaInventoryHits.last());
-            dbaRecordset[kInventoryTable]->moveNext();
+            dbaRecordset[table]->moveNext();
             yieldTo(grid);
         }
     }
@@ -793,13 +1110,28 @@ void pageDown(DataGridView &grid, int &row)
         }
         return;
     }
-    if (!gfbDataGrid_Reposition(lastFilledRow(), kBottom) || !step(kOpGetNext)) {
+    if (!gfbDataGrid_Reposition(lastFilledRow(), kBottom)) {
         message("End of List");
         bAtBottom = true;
         return;
     }
-    rowFillCurrent(1);
-    fillForward(2);
+    if (!byWindows()) {
+        if (!step(kOpGetNext)) {
+            message("End of List");
+            bAtBottom = true;
+            return;
+        }
+        rowFillCurrent(1);
+        fillForward(2);
+    } else {
+        const QList<QVariantList> images = walkImages(kOpGetNext, last);
+        if (images.isEmpty()) {
+            message("End of List");
+            bAtBottom = true;
+            return;
+        }
+        fillWindow(images);
+    }
     sPosition = kBottom;
     bAtTop = false;
     paint(grid);
@@ -826,8 +1158,12 @@ void pageUp(DataGridView &grid, int &row)
         return;
     }
     QList<QVariantList> before; // nearest first
-    while (before.size() < last && step(kOpGetPrevious))
-        before.append(currentImage());
+    if (!byWindows()) {
+        while (before.size() < last && step(kOpGetPrevious))
+            before.append(currentImage());
+    } else {
+        before = walkImages(kOpGetPrevious, last);
+    }
     if (before.isEmpty()) {
         message("Top of List");
         bAtTop = true;
@@ -838,8 +1174,10 @@ void pageUp(DataGridView &grid, int &row)
     const int n = int(before.size());
     for (int r = last; r > n; --r)
         rowMove(r, r - n);
+    QList<int> rows;
     for (int i = 0; i < n; ++i)
-        rowFill(n - i, before[i]);
+        rows << n - i;
+    rowsFill(rows, before);
     bAtTop = n < last;
     bAtBottom = gfbDataGrid_RowBlank(last);
     sPosition = kTop;
@@ -903,6 +1241,7 @@ bool gfvDataGrid_Find(DataGridView &grid, bool bFromSearch)
         }
     }
     gInventory = InventoryRecord();
+    gName = NameRecord();
     gUpc = UpcRecord();
     bAtTop = false;
     bAtBottom = false;
@@ -940,7 +1279,7 @@ bool gfbDataGrid_Reload(DataGridView &grid)
     bAtBottom = false;
     gInventory = InventoryRecord();
     bool positioned = false;
-    if (!sRememberedSL.trimmed().isEmpty() && !bFindMode && !bUpcMode &&
+    if (!sRememberedSL.trimmed().isEmpty() && !bFindMode && !bUpcMode && !namesFile() &&
         gfiDB_RecordCount(kInventoryTable) > iGridRows - 1) {
         gInventory.SL = cut(sRememberedSL, 8);
         positioned = gfbDB_RecordOp(kInventoryTable, kOpEqual, 1);

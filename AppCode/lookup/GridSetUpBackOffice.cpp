@@ -228,7 +228,9 @@ bool gfbGridSetUp_Names()
         gaGridColumns.push_back({caption, field, kText, width, 1, 0xFFFFFF});
     };
     add(QStringLiteral(" F7") + br + gfsTerm(kTermBusiness), 3900, kNameBusiness);
-    add(phone ? QStringLiteral(" AR Code") : QStringLiteral(" F6") + br + QStringLiteral(" AR Code"), phone ? 0 : 1300,
+    // Wider than the original's 1300, 700 and 450: a code of fourteen characters, a zip with
+    // its extension and a four-letter mail code read whole.
+    add(phone ? QStringLiteral(" AR Code") : QStringLiteral(" F6") + br + QStringLiteral(" AR Code"), phone ? 0 : 1700,
         kNameARCode);
     add(phone ? QStringLiteral(" F6") + br + QStringLiteral(" Phone") : QStringLiteral(" Phone"), phone ? 1300 : 0,
         kNamePhone);
@@ -237,8 +239,8 @@ bool gfbGridSetUp_Names()
     add(QStringLiteral("Street Address"), 2800, kNameAddress);
     add(QStringLiteral("City"), 1400, kNameCity);
     add(QStringLiteral("State"), 600, kNameState);
-    add(QStringLiteral("Zip") + br + QStringLiteral(" F8"), 700, kNameZip);
-    add(QStringLiteral("MC") + br + QStringLiteral(" F9"), 450, kNameMail);
+    add(QStringLiteral("Zip") + br + QStringLiteral(" F8"), 1000, kNameZip);
+    add(QStringLiteral("MC") + br + QStringLiteral(" F9"), 600, kNameMail);
     iGridCols = int(gaGridColumns.size());
     iFirstCol = 0;
     iLookupFile = 99;

@@ -1,5 +1,6 @@
 #pragma once
 #include "lookup/DataGridState.h"
+#include "store/Names.h"
 
 namespace qln {
 
@@ -32,12 +33,6 @@ bool gfbGridSetUp_Inventory();
 // Chooses key, search field and label for a clicked column (a column without a field
 // stands for the first one). False when the column can't lead the list; a box said why.
 bool gpDataGrid_SetSortInventory(int col);
-
-// Field ordinals of the name record that the names columns show.
-enum NameField : int {
-    kNameARCode = 1, kNameBusiness = 2, kNameLastName = 3, kNameZip = 4, kNameMail = 5, kNameFirstName = 6,
-    kNameAddress = 7, kNameCity = 8, kNameState = 9, kNamePhone = 51,
-};
 
 // Fills the column table of file 99 (headers from the site's terms), sets the captions of the
 // window and the key on A/R Code. True.

@@ -42,6 +42,9 @@ namespace {
 constexpr int kDataRowHeight = 600;
 constexpr int kHeaderHeight = 700;
 const QString kRememberKey = QStringLiteral("RememberSLCode");
+const QString kRememberNameKey = QStringLiteral("RememberARCode");
+
+bool namesLookup() { return iLookupFile == kNamesTable; }
 
 // A digit of the main keys or the number pad.
 bool isDigitKey(int key) { return key >= Qt::Key_0 && key <= Qt::Key_9; }
@@ -59,8 +62,12 @@ QChar checkDigit(const QString &digits)
 
 void gpDataGrid_Setup(FlexGrid &grid)
 {
-    if (gaGridColumns.empty())
-        gfbGridSetUp_Inventory();
+    if (gaGridColumns.empty()) {
+        if (namesLookup())
+            gfbGridSetUp_Names();
+        else
+            gfbGridSetUp_Inventory();
+    }
     iGridRows = iGridRowCount;
     gpDataGrid_Size();
     grid.setRedraw(false);
@@ -154,9 +161,9 @@ frm_Lookup::frm_Lookup(QWidget *parent) : QDialog(parent)
     gaLookupEntries.clear();
     iGridRowCount = 14;
     gpDataGrid_Setup(*fgrdItems);
-    m_sortCol = iFirstCol;
+    m_sortCol = namesLookup() ? gfiDataGrid_ColumnOf(kNameARCode) : iFirstCol;
     ckWildcard->setVisible(true);
-    if (!bFindMode)
+    if (!bFindMode && !namesLookup())
         sRememberedSL = GetSetting(kZorSettings, QStringLiteral("DATABASE"), kRememberKey);
     sSearchText.clear();
     bWildcard = false;
@@ -258,7 +265,9 @@ void frm_Lookup::mpControls_make()
     connect(cmdStop, &QPushButton::clicked, this, [] { bStop = true; });
     connect(cmdEdit, &QPushButton::clicked, this, &frm_Lookup::cmdEdit_Click);
     connect(cmdExit, &QPushButton::clicked, this, &frm_Lookup::cmdExit_Click);
-    connect(cmdHelp, &QPushButton::clicked, this, [] { gpHelp_guides_open(QStringLiteral("look_up_items.htm")); });
+    connect(cmdHelp, &QPushButton::clicked, this, [] {
+        gpHelp_guides_open(namesLookup() ? QStringLiteral("namelookup.htm") : QStringLiteral("look_up_items.htm"));
+    });
     connect(cmdAction[0], &QPushButton::clicked, this, &frm_Lookup::mpRow_choose);
     connect(cmdAction[2], &QPushButton::clicked, this, &frm_Lookup::mpStore_show);
     connect(CboStore, &QComboBox::activated, this, &frm_Lookup::mpStore_choose);
@@ -309,6 +318,9 @@ void frm_Lookup::mpActivate()
         for (int i = 2; i < 5; ++i)
             cmdAction[i]->hide();
         cmdAdd->hide(); // only the purchasing program adds items from here
+    } else if (namesLookup()) {
+        cmdAction[4]->hide();
+        cmdAdd->setText(QStringLiteral("Add New Name"));
     } else {
         cmdAction[4]->setText(QStringLiteral("Pricing Utilities"));
         cmdAdd->setText(QStringLiteral("Add New Item"));
@@ -404,15 +416,17 @@ bool frm_Lookup::mfbKey_handle(QObject *watched, int key, Qt::KeyboardModifiers 
         mpSearch_clear();
         mpSort_set(iFirstCol + offset);
     };
+    // The columns F4 to F9 lead with, by file: the names list's headers name their keys.
+    const bool names = namesLookup();
     switch (key) {
     case Qt::Key_F2: cmdAction[0]->click(); return true;
     case Qt::Key_F3: ckWildcard->setChecked(true); return true;
-    case Qt::Key_F4: sortBy(0); return true;
-    case Qt::Key_F5: sortBy(1); return true;
-    case Qt::Key_F6: sortBy(2); return true;
-    case Qt::Key_F7: sortBy(3); return true;
-    case Qt::Key_F8: sortBy(5); return true;
-    case Qt::Key_F9: sortBy(6); return true;
+    case Qt::Key_F4: sortBy(names ? 3 : 0); return true;
+    case Qt::Key_F5: sortBy(names ? 4 : 1); return true;
+    case Qt::Key_F6: sortBy(names ? (gLookupSettings.bPhoneLookup ? 2 : 1) : 2); return true;
+    case Qt::Key_F7: sortBy(names ? 0 : 3); return true;
+    case Qt::Key_F8: sortBy(names ? 8 : 5); return true;
+    case Qt::Key_F9: sortBy(names ? 9 : 6); return true;
     case Qt::Key_F10:
         if (cmdStop->isVisible())
             cmdStop->click();
@@ -447,7 +461,9 @@ void frm_Lookup::mpSort_set(int col)
 {
     if (col < 0 || col >= iGridCols)
         return;
-    if (!gpDataGrid_SetSortInventory(col))
+    if (namesLookup())
+        gpDataGrid_SetSortNames(col);
+    else if (!gpDataGrid_SetSortInventory(col))
         return; // refused: the header and the list stay as they are
     m_sortCol = gaGridColumns[col].iField == kNoField ? 1 : col;
     gpGrid_HeaderHighlight(*fgrdItems, m_sortCol);
@@ -465,7 +481,10 @@ void frm_Lookup::txtEditValue_Change()
     QString text = txtEditValue->text();
     m_erasing = false;
     const bool vendor = !sVendorFilter.trimmed().isEmpty();
-    if (iLookupKey == 1 || (iLookupKey == 6 && vendor))
+    if (namesLookup()) {
+        if (text.endsWith(QLatin1Char('?')))
+            return; // a question to the names list, not a name to look for
+    } else if (iLookupKey == 1 || (iLookupKey == 6 && vendor))
         text = gfsItemID_normalise(text);
     else if (iLookupKey == 2 || (iLookupKey == 7 && vendor))
         text = gfsItemID_format(text, false).trimmed();
@@ -553,11 +572,15 @@ void frm_Lookup::mpRow_choose()
     }
     if (gfbDataGrid_RowBlank(row))
         return;
-    const int slCol = gfiDataGrid_ColumnOf(0, 4);
-    sLookupResult = gfsItemID_key(gaGridText[row].value(slCol).trimmed());
+    if (namesLookup()) {
+        sLookupResult = gaGridText[row].value(gfiDataGrid_ColumnOf(kNameARCode)).trimmed();
+    } else {
+        const int slCol = gfiDataGrid_ColumnOf(0, 4);
+        sLookupResult = gfsItemID_key(gaGridText[row].value(slCol).trimmed());
+    }
     bWildcard = false;
     if (!bFindMode)
-        SaveSetting(kZorSettings, QStringLiteral("DATABASE"), kRememberKey, sLookupResult);
+        SaveSetting(kZorSettings, QStringLiteral("DATABASE"), namesLookup() ? kRememberNameKey : kRememberKey, sLookupResult);
     accept();
 }
 

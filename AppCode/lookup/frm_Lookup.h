@@ -19,9 +19,10 @@ class FlexGrid;
 // Builds the grid from the column table (made first when empty): header, widths, alignment.
 void gpDataGrid_Setup(FlexGrid &grid);
 
-// The record lookup of the inventory. The caller sets iLookupFile, bFindMode, sVendorFilter,
-// iVendorMode and iFirstCol before making it, and reads sLookupResult (the chosen item's SL,
-// empty when cancelled) or, with an entry column, gaLookupEntries afterwards.
+// The record lookup of the inventory (file 1) or the names (file 99). The caller sets
+// iLookupFile, bFindMode, sVendorFilter, iVendorMode and iFirstCol before making it, and reads
+// sLookupResult (the chosen item's SL or name's A/R code, empty when cancelled) or, with an
+// entry column, gaLookupEntries afterwards.
 class frm_Lookup final : public QDialog {
 public:
     explicit frm_Lookup(QWidget *parent = nullptr);

@@ -241,7 +241,7 @@ QString conjunction(const QList<Comparison> &terms)
     return parts.join(QStringLiteral(" AND "));
 }
 
-using FirstRowForm = std::function<QString(const QString &table, const QString &condition, const QString &order)>;
+using FirstRowForm = std::function<QString(const QString &table, const QString &condition, const QString &order, int rows)>;
 
 // The statement of the next/previous walk, as a union of one index seek per OR branch.
 // Each branch is ordered and limited alike. The walk lists its branches from the longest
@@ -249,16 +249,21 @@ using FirstRowForm = std::function<QString(const QString &table, const QString &
 // next in the walk's order: the first branch that gives a row gives the row the literal
 // text returns, and UNION ALL under LIMIT stops there without sorting the winners. The
 // COUNT guard keeps its meaning, read over two rows at most.
+// "TOP n" reads a window of the walk: the branches' first n rows, sorted again as a whole
+// (at most n per branch), so that the order never rests on how the engine joins the arms.
 QString indexFriendlyWalkText(const QString &masked, const FirstRowForm &firstRow)
 {
     static const QRegularExpression shape(
-        QStringLiteral("^SELECT\\s+TOP 1 \\* FROM (\\w+) WHERE (.*) ORDER BY ([\\w, ]+)$"));
+        QStringLiteral("^SELECT\\s+TOP (\\d+) \\* FROM (\\w+) WHERE (.*) ORDER BY ([\\w, ]+)$"));
     const auto m = shape.match(masked);
     if (!m.hasMatch())
         return QString();
-    const QString table = m.captured(1);
-    QString where = m.captured(2);
-    const QString order = m.captured(3);
+    const int rows = m.captured(1).toInt();
+    const QString table = m.captured(2);
+    QString where = m.captured(3);
+    const QString order = m.captured(4);
+    if (rows < 1)
+        return QString();
 
     static const QRegularExpression guardRe(
         QStringLiteral("^\\(SELECT COUNT\\(\\*\\) FROM (\\w+) WHERE (\\S+)=(\\x01\\d+\\x01)\\) > (?:1|\\x01\\d+\\x01) AND "));
@@ -280,9 +285,13 @@ QString indexFriendlyWalkText(const QString &masked, const FirstRowForm &firstRo
         QString condition = conjunction(terms);
         if (i == 0 && !guard.isEmpty())
             condition = guard + QStringLiteral(" AND ") + condition;
-        branches << firstRow(table, condition, order);
+        branches << firstRow(table, condition, order, rows);
     }
-    return branches.join(QStringLiteral(" UNION ALL ")) + QStringLiteral(" LIMIT 1");
+    const QString limit = QStringLiteral(" LIMIT ") + QString::number(rows);
+    if (rows == 1)
+        return branches.join(QStringLiteral(" UNION ALL ")) + limit;
+    return QStringLiteral("SELECT * FROM (") + branches.join(QStringLiteral(" UNION ALL ")) + QStringLiteral(") qln_w ORDER BY ") +
+           order + limit;
 }
 
 
@@ -365,8 +374,8 @@ QString indexFriendlyKeyedReadText(const QString &masked, const FirstRowForm &fi
     QStringList order;
     for (const Comparison &t : terms)
         order << t.column + dir;
-    return firstRow(m.captured(1), conjunction(equal), order.join(QLatin1Char(','))) + QStringLiteral(" UNION ALL ") +
-           firstRow(m.captured(1), conjunction(beyond), terms[0].column + dir) + QStringLiteral(" LIMIT 1");
+    return firstRow(m.captured(1), conjunction(equal), order.join(QLatin1Char(',')), 1) + QStringLiteral(" UNION ALL ") +
+           firstRow(m.captured(1), conjunction(beyond), terms[0].column + dir, 1) + QStringLiteral(" LIMIT 1");
 }
 
 } // namespace
@@ -482,9 +491,10 @@ QString SqlDialect::rewrite(const QString &tsql) const
     return sql.unmask(rewriteQuery(t));
 }
 
-QString SqlDialect::firstRowBranch(const QString &table, const QString &condition, const QString &order) const
+QString SqlDialect::firstRowBranch(const QString &table, const QString &condition, const QString &order, int rows) const
 {
-    return QStringLiteral("SELECT * FROM (SELECT * FROM %1 WHERE %2 ORDER BY %3 LIMIT 1) qln_b").arg(table, condition, order);
+    return QStringLiteral("SELECT * FROM (SELECT * FROM %1 WHERE %2 ORDER BY %3 LIMIT %4) qln_b")
+        .arg(table, condition, order, QString::number(rows));
 }
 
 QString SqlDialect::rewriteQuery(const QString &masked) const
@@ -495,8 +505,8 @@ QString SqlDialect::rewriteQuery(const QString &masked) const
     while (t.endsWith(QLatin1Char(';')))
         t.chop(1);
     if (m_indexFriendlyWalk) {
-        const FirstRowForm firstRow = [this](const QString &table, const QString &condition, const QString &order) {
-            return firstRowBranch(table, condition, order);
+        const FirstRowForm firstRow = [this](const QString &table, const QString &condition, const QString &order, int rows) {
+            return firstRowBranch(table, condition, order, rows);
         };
         const QString seek = indexFriendlyWalkText(t, firstRow);
         if (!seek.isEmpty())
@@ -536,10 +546,13 @@ protected:
     QString trimmedColumnForm() const override { return QStringLiteral("\\1 COLLATE QLN_CI"); }
     // The row fetched by its rowid from the index seek: an arm that reads a subquery's rows
     // copies every column of them once more.
-    QString firstRowBranch(const QString &table, const QString &condition, const QString &order) const override
+    QString firstRowBranch(const QString &table, const QString &condition, const QString &order, int rows) const override
     {
-        return QStringLiteral("SELECT * FROM %1 WHERE rowid = (SELECT rowid FROM %1 WHERE %2 ORDER BY %3 LIMIT 1)")
-            .arg(table, condition, order);
+        if (rows == 1)
+            return QStringLiteral("SELECT * FROM %1 WHERE rowid = (SELECT rowid FROM %1 WHERE %2 ORDER BY %3 LIMIT 1)")
+                .arg(table, condition, order);
+        return QStringLiteral("SELECT * FROM %1 WHERE rowid IN (SELECT rowid FROM %1 WHERE %2 ORDER BY %3 LIMIT %4)")
+            .arg(table, condition, order, QString::number(rows));
     }
     QString mapType(const QString &type) const override { return type; }
     // SQLite keeps declared types only as text; the connection rewrites the declaration.

@@ -41,9 +41,9 @@ protected:
     virtual QString orderings(const QString &masked) const;     // where NULLs sort
     virtual QString indexColumns(const QString &columns) const;
     virtual QString trimmedColumnForm() const = 0; // what "ltrim(column)" becomes; \1 is the call
-    // A query for the first row of `table` under `condition` in `order`, fit to stand as an
-    // arm of UNION ALL.
-    virtual QString firstRowBranch(const QString &table, const QString &condition, const QString &order) const;
+    // A query for the first `rows` rows of `table` under `condition` in `order`, fit to stand
+    // as an arm of UNION ALL.
+    virtual QString firstRowBranch(const QString &table, const QString &condition, const QString &order, int rows) const;
     QString trimmedColumns(const QString &masked) const;
     virtual QString alterColumn(const QString &table, const QString &column,
                                 const QString &type) const = 0;

@@ -89,6 +89,14 @@ void gpDB_Registry_dim()
     dbaRecordset.resize(giDBTableCount + 2);
 }
 
+void gpDB_Registry_reserve(int iTable)
+{
+    if (dbuaTable.size() <= size_t(iTable))
+        dbuaTable.resize(size_t(iTable) + 1);
+    if (dbaRecordset.size() <= size_t(iTable))
+        dbaRecordset.resize(size_t(iTable) + 1);
+}
+
 void gpDB_Table_register(int iTable, const QString &sName, const QString &sBaseName, const QString &sSqlFile,
                          const QString &sTitle)
 {

@@ -63,6 +63,9 @@ void gpDB_ServerNameSave();
 
 // Sizes the registry and record-set slots for giDBTableCount tables.
 void gpDB_Registry_dim();
+// Grows the registry and record-set slots to hold iTable, a table numbered beyond the
+// program's own (the names lookup's 99).
+void gpDB_Registry_reserve(int iTable);
 // Writes the first fields of a table's descriptor, the first step of every table's open.
 void gpDB_Table_register(int iTable, const QString &sName, const QString &sBaseName, const QString &sSqlFile,
                          const QString &sTitle);

@@ -189,6 +189,8 @@ QString gfsDB_KeyValue(int iSegment)
     }
 }
 
+int gfiDB_KeyOrdinal(int iSegment) { return keyState().field[iSegment - 1]; }
+
 Recordset *gfrsDB_Current(int iTable)
 {
     return iTable >= 0 && iTable < int(dbaRecordset.size()) ? dbaRecordset[size_t(iTable)].get() : nullptr;

@@ -39,6 +39,7 @@ QString gfsDB_table_values_get(int iTable);
 using KeySegment = std::pair<int, QVariant>; // column ordinal, value
 void gpDB_KeySet(int iTable, int iSegments, std::initializer_list<KeySegment> segments);
 QString gfsDB_KeyValue(int iSegment); // the value as it joins a statement
+int gfiDB_KeyOrdinal(int iSegment);   // the column the segment compares
 
 // The table's current record set; null when none is open.
 class Recordset *gfrsDB_Current(int iTable);

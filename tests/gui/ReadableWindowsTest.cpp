@@ -3,6 +3,7 @@
 #include "DemoData.h"
 #include "common/FormControls.h"
 #include "common/ProcessState.h"
+#include "config/TermDefinitions.h"
 #include "lookup/DataGrid.h"
 #include "lookup/FlexGrid.h"
 #include "lookup/frm_Lookup.h"
@@ -15,10 +16,12 @@
 #include "shell/ProcessReset.h"
 #include "shell/Startup.h"
 #include "store/Database.h"
+#include "store/Names.h"
 #include "store/RecordOps.h"
 #include "support/ScriptedMessages.h"
 #include "support/TestDatabase.h"
 
+#include <QFile>
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QListWidget>
@@ -26,6 +29,7 @@
 #include <QStyle>
 #include <QStyledItemDelegate>
 #include <QTableView>
+#include <QScopeGuard>
 #include <QTemporaryDir>
 #include <QTest>
 #include <gtest/gtest.h>
@@ -145,6 +149,43 @@ TEST_F(ReadableWindows, LookupShowsEveryCellWhole)
     frm_Lookup form;
     form.show();
     ASSERT_FALSE(grid(form).TextMatrix(1, 0).trimmed().isEmpty());
+    EXPECT_EQ(cutCells(grid(form)), QStringList());
+    const QTableView *view = grid(form).view();
+    EXPECT_LE(view->horizontalHeader()->length(), view->viewport()->width()) << "the window opens on every column";
+}
+
+// Full fields of the names list read whole in the columns their headers give.
+TEST_F(ReadableWindows, NamesLookupShowsEveryCellWhole)
+{
+    gpNames_Open(kNamesTable, gsDataPath);
+    ASSERT_TRUE(gfbDB_TableOpen(kNamesTable));
+    const char *rows[][10] = {
+        {"WESTFIELD00042", "O'Neill Hardware & Garden Supply", "Vanderberg-Whitfield", "Maximilian", "12345 North Riverside Boulevard",
+         "San Bernardino", "CA", "92401-1234", "WXYZ", "555-123-4567"},
+        {"A1", "Corner Shop", "Li", "Al", "1 Main St", "Troy", "NY", "12180", "M", "555-0000"},
+    };
+    for (const auto &r : rows) {
+        gName = NameRecord();
+        QString NameRecord::*fields[] = {&NameRecord::ARCode, &NameRecord::Business, &NameRecord::LastName,
+                                         &NameRecord::FirstName, &NameRecord::Address, &NameRecord::City,
+                                         &NameRecord::STATE, &NameRecord::Zip, &NameRecord::Mail, &NameRecord::PhoneIndex};
+        for (int i = 0; i < 10; ++i)
+            gName.*fields[i] = gfsNames_fitted(fields[i], QString::fromUtf8(r[i]));
+        ASSERT_TRUE(gfbDB_RecordOp(kNamesTable, kOpInsert));
+    }
+    QTemporaryDir termsDir;
+    QFile terms(termsDir.filePath(QStringLiteral("SYSTERMS.MSG")));
+    ASSERT_TRUE(terms.open(QIODevice::WriteOnly));
+    terms.write("[INDEX]\r\n050=Business\r\n093=First Name\r\n094=Last Name\r\n"
+                "[DEFAULT]\r\n050=Business Name\r\n093=First Name\r\n094=Last Name\r\n");
+    terms.close();
+    ASSERT_TRUE(gfbTerms_load(termsDir.path()));
+    iLookupFile = kNamesTable;
+    bFindMode = true;
+    const auto itemsAgain = qScopeGuard([] { iLookupFile = 1, bFindMode = false, gaTerms.clear(); });
+    frm_Lookup form;
+    form.show();
+    ASSERT_EQ(grid(form).TextMatrix(1, 1).trimmed(), QStringLiteral("A1"));
     EXPECT_EQ(cutCells(grid(form)), QStringList());
     const QTableView *view = grid(form).view();
     EXPECT_LE(view->horizontalHeader()->length(), view->viewport()->width()) << "the window opens on every column";

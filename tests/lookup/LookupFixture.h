@@ -5,8 +5,13 @@
 #include "lookup/GridSetUpBackOffice.h"
 #include "store/Departments.h"
 #include "store/Inventory.h"
+#include "store/Names.h"
 #include "store/Notes.h"
 #include "store/Upc.h"
+#include "config/TermDefinitions.h"
+
+#include <QFile>
+#include <QTemporaryDir>
 
 namespace qln::test {
 
@@ -83,6 +88,67 @@ protected:
     }
 
     quint64 statements() const { return dbConnection().statementCount(); }
+};
+
+// A names table beside the items, and the site's words for its headers: "Company" for
+// business, "Surname" for last name, the default "First Name".
+class NamesStore : public LookupStore {
+protected:
+    void SetUp() override
+    {
+        LookupStore::SetUp();
+        gpNames_Open(kNamesTable, gsDataPath);
+        ASSERT_TRUE(gfbDB_TableOpen(kNamesTable));
+        QFile file(terms.filePath(QStringLiteral("SYSTERMS.MSG")));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write("[INDEX]\r\n050=Business\r\n093=First Name\r\n094=Last Name\r\n"
+                   "[DEFAULT]\r\n050=Business\r\n093=First Name\r\n094=Last Name\r\n"
+                   "[DEFINED]\r\n050=Company\r\n094=Surname\r\n");
+        file.close();
+        ASSERT_TRUE(gfbTerms_load(terms.path()));
+    }
+    void TearDown() override
+    {
+        gaTerms.clear();
+        LookupStore::TearDown();
+    }
+
+    static void addName(const char *code, const char *last, const char *first, const char *business = "",
+                        const char *city = "", const char *deleted = " ")
+    {
+        gName = NameRecord();
+        auto put = [](QString NameRecord::*field, const char *text) {
+            gName.*field = gfsNames_fitted(field, QString::fromUtf8(text));
+        };
+        put(&NameRecord::ARCode, code);
+        put(&NameRecord::LastName, last);
+        put(&NameRecord::FirstName, first);
+        put(&NameRecord::Business, business);
+        put(&NameRecord::City, city);
+        put(&NameRecord::DeleteFlag, deleted);
+        put(&NameRecord::PhoneIndex, (QByteArray("555-") + code).constData());
+        ASSERT_TRUE(gfbDB_RecordOp(kNamesTable, kOpInsert)) << gsDBLastError.toStdString();
+    }
+
+    // Ties, case, blanks, a quote, and deleted names at the head, among the ties and at the end
+    // of the last-name order. Listed by last name: N03 N01 N02 N04 N07 N05 N06 N09 N10.
+    static void addNames()
+    {
+        addName("N11", "", "A", "Gone Ltd", "Erie", "D");
+        addName("N03", "", "Zoe", "Blank Name Co", "Denver");
+        addName("N01", "Adams", "Ann", "Acme Hardware", "Boston");
+        addName("N02", "ADAMS", "bob", "Adams & Sons", "Austin");
+        addName("N04", "O'Brien", "Pat", "Bolt & Co", "Dublin");
+        addName("N07", "smith", "Joan", "", "Salem");
+        addName("N05", "Smith", "John", "Corner Shop", "Salem");
+        addName("N06", "Smith", "John", "Smith Bakery", "Salem");
+        addName("N08", "Smith", "John", "Old Smith", "Salem", "D");
+        addName("N09", "Taylor", "Tom", "Taylor Made", "Troy");
+        addName("N10", "Young", "Amy", "Young Ideas", "York");
+        addName("N12", "Zimmer", "Zed", "Gone Too", "Zion", "D");
+    }
+
+    QTemporaryDir terms;
 };
 
 // The grid as the engine sees it, without a display.
