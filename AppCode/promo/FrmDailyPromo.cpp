@@ -249,8 +249,7 @@ void FrmDailyPromo::mpPromo_change()
     gpPromo_clear();
     gPromo.EndDate = QDateTime(end, QTime(0, 0));
     gPromo.GroupID = groupId;
-    const bool found = gfbDB_RecordOp(kPromoTable, kOpEqual, kPromoByGroupEnd);
-    if (found)
+    if (gfbDB_RecordOp(kPromoTable, kOpEqual, kPromoByGroupEnd))
         gGroupPromo = gPromo;
     gGroupPromo.EndDate = QDateTime(end, QTime(0, 0));
     gGroupPromo.StartDate = QDateTime(gfdDate_parse(grid.TextMatrix(row, cStart)).value_or(end), QTime(0, 0));
@@ -261,8 +260,8 @@ void FrmDailyPromo::mpPromo_change()
         return;
     gGroupPromo.ChangeDate = mfdToday();
     gPromo = gGroupPromo;
-    // A row gone meanwhile leaves nothing to update: the record set still holds some other row.
-    if (!found || !gfbDB_RecordOp(kPromoTable, kOpUpdate, kPromoByGroupEnd)) {
+    // A row gone meanwhile leaves an unread set, which the update refuses.
+    if (!gfbDB_RecordOp(kPromoTable, kOpUpdate, kPromoByGroupEnd)) {
         gfiMsgBox(QStringLiteral("Promo not updated"), MsgButtons::OK, MsgIcon::None, kProgramName);
         return;
     }

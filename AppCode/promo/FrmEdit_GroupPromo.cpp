@@ -48,11 +48,7 @@ FrmEdit_GroupPromo::FrmEdit_GroupPromo(const QString &sGroupName, QWidget *paren
     }
     QHBoxLayout *buttons = gfPromoEditor_buttons(this, cmdAcceptCancel, cmdCalendar, cmdHelp);
     connect(cmdAcceptCancel[0], &QPushButton::clicked, this, [this] { cmdAccept_Click(); });
-    connect(cmdAcceptCancel[1], &QPushButton::clicked, this, [this] {
-        Changed = false;
-        Cancelled = true;
-        reject();
-    });
+    connect(cmdAcceptCancel[1], &QPushButton::clicked, this, &FrmEdit_GroupPromo::reject);
     connect(cmdCalendar, &QPushButton::clicked, this, [this] { cmdCalendar_Click(); });
 
     auto *grid = new QGridLayout(this);
@@ -103,6 +99,14 @@ void FrmEdit_GroupPromo::mpForm_load()
     txtEdit[kEndBox]->setText(gfsPromo_date_text(gGroupPromo.EndDate));
     Cancelled = false;
     gpFont_normalise(this);
+}
+
+// Esc and the window's close button end here too, not only the Cancel button.
+void FrmEdit_GroupPromo::reject()
+{
+    Changed = false;
+    Cancelled = true;
+    QDialog::reject();
 }
 
 // A daily promo is a percentage and nothing else.

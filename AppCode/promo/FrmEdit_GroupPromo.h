@@ -21,6 +21,8 @@ public:
     bool Changed = false;
     bool Cancelled = false;
 
+    void reject() override;
+
 protected:
     void showEvent(QShowEvent *event) override;
 

@@ -1,6 +1,8 @@
 #include "promo/PromoSave.h"
 
+#include "common/ProcessState.h"
 #include "platform/Clock.h"
+#include "platform/Messages.h"
 #include "promo/PromoPricing.h"
 #include "store/Common.h"
 #include "store/Departments.h"
@@ -39,7 +41,29 @@ bool gfbItemPromo_flag_set()
     return gfbDB_RecordOp(kInventoryTable, kOpUpdate, 0);
 }
 
-bool gfbItemPromo_save(bool bAdd, const PromoEntry &entry) { return gfbItemPromo_write(bAdd, entry) && gfbItemPromo_flag_set(); }
+PromoSaveEnd gfeItemPromo_save(bool bAdd, const PromoEntry &entry)
+{
+    if (!gfbItemPromo_write(bAdd, entry))
+        return PromoSaveEnd::RowRefused;
+    return gfbItemPromo_flag_set() ? PromoSaveEnd::Saved : PromoSaveEnd::FlagRefused;
+}
+
+void gpPromoSave_tell(PromoSaveEnd end, bool bAdd)
+{
+    if (end == PromoSaveEnd::Saved)
+        return;
+    // An insert leaves its reason in gsDBLastError, an update on the error object.
+    QString reason = (bAdd && end == PromoSaveEnd::RowRefused ? gsDBLastError : gDBErr().description).trimmed();
+    if (!reason.isEmpty())
+        reason = QStringLiteral("\r\r") + reason;
+    if (end == PromoSaveEnd::RowRefused) {
+        gfiMsgBox((bAdd ? QStringLiteral("Promo not inserted") : QStringLiteral("Promo not updated")) + reason, MsgButtons::OK,
+                  MsgIcon::None, kProgramName);
+        return;
+    }
+    gfiMsgBox(QStringLiteral("The promo was saved, but the item could not be marked as having a promo.") + reason,
+              MsgButtons::OK, MsgIcon::Exclamation, kProgramName);
+}
 
 bool gfbDeptPromo_save(bool bAdd, const PromoEntry &entry)
 {
@@ -47,6 +71,8 @@ bool gfbDeptPromo_save(bool bAdd, const PromoEntry &entry)
     p.StartDate = midnight(entry.start);
     p.EndDate = midnight(entry.end);
     p.Dept = gDept.DeptCode;
+    // A department row has no item; the buffer may still hold the SL of the last item read.
+    p.SL = QString(8, QLatin1Char(' ')); // the column's width, as a cleared buffer has it
     p.ChangeDate = midnight(Clock::today());
     p.Invuid = 0;
     p.ChangeType = entry.changeType;

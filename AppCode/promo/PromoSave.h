@@ -21,8 +21,13 @@ bool gfbItemPromo_write(bool bAdd, const PromoEntry &entry);
 // The item's promo flag set: "=" on its RecordNum, then an update. An item that isn't found
 // is no failure; a refused update is.
 bool gfbItemPromo_flag_set();
-// The whole item save: the row, then the flag.
-bool gfbItemPromo_save(bool bAdd, const PromoEntry &entry);
+// How far a save got.
+enum class PromoSaveEnd { Saved, RowRefused, FlagRefused };
+// The whole item save: the row, then the flag. A refused flag leaves the row written.
+PromoSaveEnd gfeItemPromo_save(bool bAdd, const PromoEntry &entry);
+// Tells the user what a save that did not end Saved wrote and what it left undone, with the
+// reason the database gave.
+void gpPromoSave_tell(PromoSaveEnd end, bool bAdd);
 
 // The row of a department promo for gDept's code, on key 3.
 bool gfbDeptPromo_save(bool bAdd, const PromoEntry &entry);

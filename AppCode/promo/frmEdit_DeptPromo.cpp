@@ -219,8 +219,12 @@ bool frmEdit_DeptPromo::mfbSave()
     const std::optional<Money> amount = gfcPromoEditor_amount(txtEdit[money ? kMoneyBox : kPercentBox]->text());
     if (!amount)
         return false;
-    return gfbDeptPromo_save(EditMode == kModeAdd, {*gfdDate_parse(txtEdit[kStartBox]->text()), *gfdDate_parse(txtEdit[kEndBox]->text()),
-                                                     money ? kChangeBy : kChangeByPercent, *amount});
+    const bool add = EditMode == kModeAdd;
+    const bool saved = gfbDeptPromo_save(add, {*gfdDate_parse(txtEdit[kStartBox]->text()), *gfdDate_parse(txtEdit[kEndBox]->text()),
+                                               money ? kChangeBy : kChangeByPercent, *amount});
+    if (!saved)
+        gpPromoSave_tell(PromoSaveEnd::RowRefused, add);
+    return saved;
 }
 
 void frmEdit_DeptPromo::cmdCalendar_Click()

@@ -278,8 +278,12 @@ bool frmEdit_Promo::mfbSave()
     const std::optional<Money> amount = gfcPromoEditor_amount(txtEdit[kFirstAmountBox + option]->text());
     if (!amount)
         return false;
-    return gfbItemPromo_save(miMode == kModeAdd, {*gfdDate_parse(txtEdit[kStartBox]->text()), *gfdDate_parse(txtEdit[kEndBox]->text()),
-                                                  qint16(option), *amount});
+    const bool add = miMode == kModeAdd;
+    const PromoSaveEnd end = gfeItemPromo_save(
+        add, {*gfdDate_parse(txtEdit[kStartBox]->text()), *gfdDate_parse(txtEdit[kEndBox]->text()), qint16(option), *amount});
+    gpPromoSave_tell(end, add);
+    // A row written stays written: the dialog closes, so that a second Accept can't add it twice.
+    return end != PromoSaveEnd::RowRefused;
 }
 
 void frmEdit_Promo::cmdCalendar_Click()

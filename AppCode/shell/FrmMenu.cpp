@@ -51,12 +51,7 @@ FrmMenu::FrmMenu(Windows windows, QWidget *parent) : QDialog(parent), m_windows(
         explanation->setObjectName(QStringLiteral("lblCommand1(%1)").arg(i));
         layout->addWidget(button, i, 0);
         layout->addWidget(explanation, i, 1);
-        if (m_windows[i]) {
-            connect(button, &QPushButton::clicked, this, [this, i] { mpWindow_open(i); });
-        } else {
-            button->setEnabled(false);
-            button->setToolTip(QStringLiteral("Not available yet"));
-        }
+        connect(button, &QPushButton::clicked, this, [this, i] { mpWindow_open(i); });
     }
     QPushButton *exit = commandButton(this, QStringLiteral("Command2"), QStringLiteral("Exit"));
     layout->addWidget(exit, kPromoKinds, 0);

@@ -11,7 +11,7 @@ namespace qln {
 class FrmMenu final : public QDialog {
 public:
     static constexpr int kPromoKinds = 5;
-    // What each Command1 button opens, by index; a button with none is disabled.
+    // What each Command1 button opens, by index.
     using Windows = std::array<std::function<void()>, kPromoKinds>;
     // The result of a menu left by "Exit" (or Esc): the process ends.
     static constexpr int kExit = QDialog::Accepted;

@@ -45,8 +45,16 @@ QString keyValue(int i) { return gfsDB_KeyValue(i); }
 
 QString quoted(const QString &value) { return QLatin1Char('\'') + value + QLatin1Char('\''); }
 
-// Opens a statement as the table's current record set: true with a row; with none the
-// table's first-row set comes back, so that its column names stay at hand.
+// A read that found nothing leaves the table's first-row set, so that its column names stay
+// at hand; the buffer still holds the row before, and an Update would land on the wrong row.
+void firstRowSet_leave(int iTable)
+{
+    dbaRecordset[iTable].reset();
+    gfbDB_TableOpen(iTable);
+    gpDB_Set_unread_mark(iTable);
+}
+
+// Opens a statement as the table's current record set: true with a row.
 bool openTail(int iTable, const QString &sql)
 {
     lastSql() = sql;
@@ -57,11 +65,11 @@ bool openTail(int iTable, const QString &sql)
         return false;
     }
     if (recordset->recordCount() < 1) {
-        dbaRecordset[iTable].reset();
-        gfbDB_TableOpen(iTable);
+        firstRowSet_leave(iTable);
         return false;
     }
     dbaRecordset[iTable] = std::move(recordset);
+    gpDB_Set_read(iTable);
     return true;
 }
 
@@ -452,8 +460,7 @@ bool gfbDB_ExecuteSQL(const QString &sSQL, int iTable, bool bNoFetch)
         gpDB_Set_read(iTable);
         return true;
     }
-    dbaRecordset[iTable].reset();
-    gfbDB_TableOpen(iTable);
+    firstRowSet_leave(iTable);
     return false;
 }
 
@@ -471,7 +478,8 @@ int gfiDB_RecordCount(int iTable, const QString &sTable)
 // ---------------------------------------------------------------- the entry point
 
 namespace {
-// The row the buffer came from went with the lost connection.
+// The set holds no row the buffer came from: a reopen after a lost connection, or a read
+// that found nothing, left it.
 bool mfbUnread_refused(const QString &what)
 {
     gDBErr() = {DbError::kRowChanged,
@@ -532,8 +540,6 @@ bool gfbDB_RecordOp(int iTable, int iOperation, int iKey, bool bRaw, bool bLock,
     }
 
     const bool decodes = positioned || name == QLatin1String("Get Next") || name == QLatin1String("Get Previous");
-    if (decodes || name == QLatin1String("BySQL"))
-        gpDB_Set_read(iTable);
     if (result && !bRaw && decodes)
         gpDB_table_row_to_record(iTable);
     return result;

@@ -38,11 +38,11 @@ void gpDB_Tables_reopen()
     mbTablesLost = false;
     for (DbTable &table : dbuaTable)
         table.bOpen = false;
-    maUnreadSets.assign(dbuaTable.size(), nullptr);
+    maUnreadSets.clear();
     for (int iTable = 1; iTable <= 7 && iTable < int(dbuaTable.size()); ++iTable) {
         if (!gfbDB_TableOpen(iTable))
             return;
-        maUnreadSets[size_t(iTable)] = dbaRecordset[size_t(iTable)].get();
+        gpDB_Set_unread_mark(iTable);
     }
 }
 
@@ -58,6 +58,15 @@ bool gfbDB_Set_unread(int iTable)
 {
     const Recordset *current = iTable >= 0 && iTable < int(dbaRecordset.size()) ? dbaRecordset[size_t(iTable)].get() : nullptr;
     return current && iTable < int(maUnreadSets.size()) && maUnreadSets[size_t(iTable)] == current;
+}
+
+void gpDB_Set_unread_mark(int iTable)
+{
+    if (iTable < 0 || iTable >= int(dbaRecordset.size()))
+        return;
+    if (maUnreadSets.size() < dbaRecordset.size())
+        maUnreadSets.resize(dbaRecordset.size(), nullptr);
+    maUnreadSets[size_t(iTable)] = dbaRecordset[size_t(iTable)].get();
 }
 
 // A new set may take the freed one's address: the mark goes with the read, not the address.

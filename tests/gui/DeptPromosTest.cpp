@@ -172,6 +172,7 @@ TEST_F(DeptPromos, ARoadFromThePickerThroughTheEditorToTheTableAndTheList)
     EXPECT_FALSE(cmd(*form, QStringLiteral("cmdEdit(2)"))->isEnabled());
     EXPECT_FALSE(cmd(*form, QStringLiteral("cmdPrint"))->isEnabled());
 
+    gPromo.SL = QStringLiteral("10000007"); // an item read by another window stays in the shared buffer
     edit([&] { QTest::keyClick(form.get(), Qt::Key_A); }, 2, QStringLiteral("10"), shortDate(kToday), shortDate(kToday.addDays(9)));
     EXPECT_EQ(editorTitle, QStringLiteral("Add Promo Price"));
     EXPECT_FALSE(editorStayedOpen);
@@ -179,7 +180,7 @@ TEST_F(DeptPromos, ARoadFromThePickerThroughTheEditorToTheTableAndTheList)
     ASSERT_EQ(rows.size(), 2);
     const PromoPriceRecord &p = rows[1];
     EXPECT_EQ(p.Dept, kCanned);
-    EXPECT_TRUE(p.SL.trimmed().isEmpty());
+    EXPECT_TRUE(p.SL.trimmed().isEmpty()) << "a department row carries no item";
     EXPECT_EQ(p.Invuid, 0);
     EXPECT_EQ(p.Poll, QStringLiteral("Y"));
     EXPECT_EQ(p.Store, gCommon.StoreNumber);
@@ -256,6 +257,50 @@ TEST_F(DeptPromos, ChangeWalksBackByEndDateAndDeleteOfAStoreRemovesNothing)
     QTest::keyClick(form.get(), Qt::Key_D);
     EXPECT_EQ(promos().size(), 2);
     EXPECT_EQ(boxes.shown().size(), 1) << "the question only";
+}
+
+// Another station removes the listed promo: Change and Delete say so, and the table's first
+// row, where a set left by the failed read stands, keeps its values.
+TEST_F(DeptPromos, APromoRemovedMeanwhileIsToldAndTheFirstRowKeepsItsValues)
+{
+    gCommon.MultiStore = QStringLiteral("H");
+    addPromo(kDairy, kToday, kToday.addDays(5), kChangeBy, Money::fromWhole(1), 1);
+    addPromo(kCanned, kToday.addDays(1), kToday.addDays(8), kChangeByPercent, Money::fromWhole(20), 2);
+    addPromo(kCanned, kToday.addDays(2), kToday.addDays(9), kChangeByPercent, Money::fromWhole(30), 3);
+    auto form = openOn(kCanned);
+    FlexGrid &g = grid(*form);
+    ASSERT_EQ(g.Rows(), 3);
+    auto rowOf = [&](const QDate &start) {
+        for (int row = 1; row < g.Rows(); ++row)
+            if (g.TextMatrix(row, 0) == shortDate(start))
+                return row;
+        return 0;
+    };
+    const QList<PromoPriceRecord> before = promos();
+    auto station2 = db.connect();
+    ASSERT_TRUE(station2->execute(QStringLiteral("DELETE FROM PromoPrices WHERE UniqueID = 2")));
+    ASSERT_TRUE(station2->execute(QStringLiteral("DELETE FROM PromoPrices WHERE UniqueID = 3")));
+
+    g.selectWholeRow(rowOf(kToday.addDays(1)));
+    edit([&] { QTest::keyClick(form.get(), Qt::Key_C); }, 2, QStringLiteral("25"), QString(), QString());
+    ASSERT_EQ(boxes.texts().size(), 1);
+    EXPECT_TRUE(boxes.texts()[0].startsWith(QStringLiteral("Promo not updated"))) << boxes.texts()[0].toStdString();
+    EXPECT_TRUE(editorStayedOpen);
+
+    boxes.clear();
+    g.selectWholeRow(rowOf(kToday.addDays(2)));
+    boxes.answer(MsgAnswer::Yes);
+    QTest::keyClick(form.get(), Qt::Key_D);
+    EXPECT_EQ(boxes.texts().value(1), QStringLiteral("Unable to delete promo"));
+
+    const QList<PromoPriceRecord> after = promos();
+    ASSERT_EQ(after.size(), 1);
+    EXPECT_EQ(after[0].UniqueID, 1);
+    EXPECT_EQ(after[0].Dept, kDairy);
+    EXPECT_EQ(after[0].PriceChange, Money::fromWhole(1));
+    EXPECT_EQ(after[0].ChangeType, kChangeBy);
+    EXPECT_EQ(after[0].StartDate, before[0].StartDate);
+    EXPECT_EQ(after[0].EndDate, before[0].EndDate);
 }
 
 TEST_F(DeptPromos, HeadOfficeDeleteMarksATombstoneAndPurgeAllRemovesPolledTombstonesOnly)

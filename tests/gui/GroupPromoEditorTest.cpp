@@ -104,3 +104,23 @@ TEST_F(GroupPromoEditor, TextThatIsNoDateOrAmountIsToldAndNothingIsTaken)
     EXPECT_FALSE(form.Changed);
     EXPECT_EQ(gGroupPromo.PriceChange, before.PriceChange) << "cancel takes nothing";
 }
+
+// The window's close button, and a caller's reject, are a cancel as much as Esc is.
+TEST_F(GroupPromoEditor, ClosingTheWindowCountsAsCancel)
+{
+    const PromoPriceRecord before = gGroupPromo;
+    for (const bool byClose : {true, false}) {
+        FrmEdit_GroupPromo form(QStringLiteral("Summer Sale"));
+        form.Mode = FrmEdit_GroupPromo::kModeChange;
+        form.show();
+        type(box(form, 5), QStringLiteral("20"));
+        if (byClose)
+            form.close();
+        else
+            form.reject();
+        EXPECT_FALSE(form.isVisible());
+        EXPECT_TRUE(form.Cancelled) << byClose;
+        EXPECT_FALSE(form.Changed) << byClose;
+    }
+    EXPECT_EQ(gGroupPromo.PriceChange, before.PriceChange);
+}

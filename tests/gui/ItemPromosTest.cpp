@@ -28,6 +28,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QSqlQuery>
 #include <QTest>
 #include <gtest/gtest.h>
 #include <tuple>
@@ -113,11 +114,33 @@ protected:
             if (!input.end.isNull())
                 typeInto(txtEdit(editor, 2), input.end);
             acceptEnabled = cmd(editor, QStringLiteral("cmdAcceptCancel(0)"))->isEnabled();
+            if (beforeAccept)
+                beforeAccept();
             if (input.accept)
                 QTest::keyClick(&editor, Qt::Key_F10);
             editorStayedOpen = editor.isVisible();
         });
         press();
+    }
+    // What happens while the user has typed and not yet accepted, as another station acts.
+    std::function<void()> beforeAccept;
+
+    // The database refuses every `event` (INSERT, UPDATE) on `table` with `reason`.
+    void refuseWrites(const QString &event, const QString &table, const QString &reason)
+    {
+        auto station = db.connect();
+        QSqlQuery query(station->database());
+        const QString name = QStringLiteral("refuse_") + event.toLower();
+        if (TestDatabase::onPostgres()) {
+            ASSERT_TRUE(query.exec(QStringLiteral("CREATE FUNCTION %1() RETURNS trigger LANGUAGE plpgsql AS "
+                                                  "$$ BEGIN RAISE EXCEPTION '%2'; END $$")
+                                       .arg(name, reason)));
+            ASSERT_TRUE(query.exec(QStringLiteral("CREATE TRIGGER %1 BEFORE %2 ON %3 FOR EACH ROW EXECUTE FUNCTION %1()")
+                                       .arg(name, event, table.toLower())));
+        } else {
+            ASSERT_TRUE(query.exec(QStringLiteral("CREATE TRIGGER %1 BEFORE %2 ON %3 BEGIN SELECT RAISE(ABORT, '%4'); END")
+                                       .arg(name, event, table, reason)));
+        }
     }
 
     TestDatabase db;
@@ -353,6 +376,89 @@ TEST_F(ItemPromos, EachOfTwoPromosWithOneStartDateCanBeChangedAndDeleted)
     for (const PromoPriceRecord &p : promos())
         left << p.UniqueID;
     EXPECT_EQ(left, QList<int>{4});
+}
+
+// Another station removes the promo while it is listed here: no other row takes the change.
+TEST_F(ItemPromos, APromoRemovedMeanwhileIsToldAndNoOtherRowTakesTheChange)
+{
+    addPromo(kToday.addDays(-40), kToday.addDays(-30), kChangeBy, Money::fromWhole(1), 1, QStringLiteral("Y"),
+             QStringLiteral("10000009"), 20); // the table's first row, of another item
+    addPromo(kToday, kToday.addDays(5), kChangeBy, Money::fromWhole(2), 2);
+    addPromo(kToday.addDays(10), kToday.addDays(15), kChangeBy, Money::fromWhole(3), 3);
+    auto form = openOnItem();
+    FlexGrid &g = grid(*form);
+    ASSERT_EQ(g.Rows(), 3);
+    auto select = [&](const QString &amount) {
+        for (int row = 1; row < g.Rows(); ++row)
+            if (g.TextMatrix(row, 7) == amount)
+                g.selectWholeRow(row);
+    };
+    auto station2 = db.connect();
+    auto firstRowIntact = [&] {
+        const QList<PromoPriceRecord> rows = promos();
+        ASSERT_FALSE(rows.isEmpty());
+        EXPECT_EQ(rows[0].UniqueID, 1);
+        EXPECT_EQ(rows[0].SL, QStringLiteral("10000009"));
+        EXPECT_EQ(rows[0].PriceChange, Money::fromWhole(1));
+        EXPECT_EQ(rows[0].EndDate.date(), kToday.addDays(-30));
+    };
+
+    // Gone before F8: the editor doesn't open.
+    ASSERT_TRUE(station2->execute(QStringLiteral("DELETE FROM PromoPrices WHERE UniqueID = 2")));
+    select(QStringLiteral("2.00"));
+    withEditor({1, QStringLiteral("1.5"), QString(), QString()}, [&] { QTest::keyClick(form.get(), Qt::Key_F8); });
+    EXPECT_EQ(boxes.texts(), strings({"PromoPrice record not retrieved"}));
+    EXPECT_TRUE(editorTitle.isEmpty());
+    EXPECT_EQ(promos().size(), 2);
+    firstRowIntact();
+
+    // Gone while the editor is open: Accept says so and the dialog stays for Esc.
+    boxes.clear();
+    select(QStringLiteral("3.00"));
+    beforeAccept = [&] { station2->execute(QStringLiteral("DELETE FROM PromoPrices WHERE UniqueID = 3")); };
+    withEditor({1, QStringLiteral("2.5"), QString(), QString()}, [&] { QTest::keyClick(form.get(), Qt::Key_F8); });
+    ASSERT_EQ(boxes.texts().size(), 1);
+    EXPECT_TRUE(boxes.texts()[0].startsWith(QStringLiteral("Promo not updated\r\rRow cannot be located for updating")))
+        << boxes.texts()[0].toStdString();
+    EXPECT_TRUE(editorStayedOpen);
+    EXPECT_EQ(promos().size(), 1);
+    firstRowIntact();
+}
+
+// The item refuses its promo flag: the promo row stands, the user hears what was written, and
+// the dialog closes so that a second Accept can't add the promo twice.
+TEST_F(ItemPromos, AnItemThatRefusesItsFlagKeepsTheSavedPromoAndTheUserHearsWhatWasWritten)
+{
+    refuseWrites(QStringLiteral("UPDATE"), QStringLiteral("invt1"), QStringLiteral("items are locked"));
+    auto form = openOnItem();
+    withEditor({2, QStringLiteral("25"), shortDate(kToday), shortDate(kToday.addDays(10))},
+               [&] { QTest::keyClick(form.get(), Qt::Key_F2); });
+    ASSERT_EQ(boxes.shown().size(), 1);
+    EXPECT_TRUE(boxes.shown()[0].text.startsWith(
+        QStringLiteral("The promo was saved, but the item could not be marked as having a promo.")));
+    EXPECT_TRUE(boxes.shown()[0].text.contains(QStringLiteral("items are locked"))) << "the database's reason";
+    EXPECT_FALSE(editorStayedOpen);
+    ASSERT_EQ(promos().size(), 1);
+    EXPECT_EQ(promos()[0].PriceChange, Money::fromWhole(25));
+    EXPECT_EQ(grid(*form).Rows(), 2) << "the list shows the promo written";
+    ASSERT_TRUE(gfbInventory_ByRecordNum(kInvuid));
+    EXPECT_NE(gInventory.FlgPromoPrice, QStringLiteral("Y"));
+}
+
+// A refused promo row: nothing is written, the item stays unmarked, and the dialog stays open.
+TEST_F(ItemPromos, APromoRowTheDatabaseRefusesIsToldAndTheItemIsNotMarked)
+{
+    refuseWrites(QStringLiteral("INSERT"), QStringLiteral("PromoPrices"), QStringLiteral("promos are locked"));
+    auto form = openOnItem();
+    withEditor({2, QStringLiteral("25"), shortDate(kToday), shortDate(kToday.addDays(10))},
+               [&] { QTest::keyClick(form.get(), Qt::Key_F2); });
+    ASSERT_EQ(boxes.shown().size(), 1);
+    EXPECT_TRUE(boxes.shown()[0].text.startsWith(QStringLiteral("Promo not inserted\r\r"))) << boxes.shown()[0].text.toStdString();
+    EXPECT_TRUE(boxes.shown()[0].text.contains(QStringLiteral("promos are locked")));
+    EXPECT_TRUE(editorStayedOpen);
+    EXPECT_TRUE(promos().isEmpty());
+    ASSERT_TRUE(gfbInventory_ByRecordNum(kInvuid));
+    EXPECT_NE(gInventory.FlgPromoPrice, QStringLiteral("Y"));
 }
 
 TEST_F(ItemPromos, AFailedAllItemsFillEndsWithItsOwnMessage)
