@@ -5,6 +5,7 @@
 
 #include "lookup/WalkWindow.h"
 #include "platform/Recordset.h"
+#include "store/ServerCheck.h"
 #include "store/StatementLog.h"
 #include "store/TableLayout.h"
 
@@ -56,6 +57,7 @@ QString snapshot(const RecordingView &view, const ScriptedMessages &boxes)
     out << boxes.texts().join(QLatin1Char('/')) << item.values.join(QLatin1Char('|'));
     out << QStringList{gUpc.SL, gUpc.UPC, gUpc.LABEL, gUpc.POLL, QString::number(gUpc.InvUID)}.join(QLatin1Char('|'));
     out << currentRow(kInventoryTable) << currentRow(kUpcTable) << logText();
+    out << QStringLiteral("unread %1 %2").arg(gfbDB_Set_unread(kInventoryTable)).arg(gfbDB_Set_unread(kUpcTable));
     return out.join(QLatin1Char('\n'));
 }
 
