@@ -11,6 +11,7 @@
 
 #include <QFile>
 #include <QRandomGenerator>
+#include <QRegularExpression>
 
 using namespace qln;
 using namespace qln::test;
@@ -39,10 +40,13 @@ QString currentRow(int table)
     return values.join(QLatin1Char('|'));
 }
 
+// The log's lines without their times, which differ between two runs of the same actions.
 QString logText()
 {
     QFile log(gsDataPath + QStringLiteral("/PVSW.log"));
-    return log.open(QIODevice::ReadOnly) ? QString::fromUtf8(log.readAll()) : QString();
+    QString text = log.open(QIODevice::ReadOnly) ? QString::fromUtf8(log.readAll()) : QString();
+    static const QRegularExpression times(QStringLiteral("\\d+[:/.-]\\d+[:/.-]\\d+"));
+    return text.replace(times, QStringLiteral("#"));
 }
 
 // What a user and the next read could tell apart after an action.
