@@ -207,11 +207,12 @@ public:
             // rows leaves it.
             dbaRecordset[kUpcTable].reset();
             gfbDB_TableOpen(kUpcTable);
+            gpDB_Set_unread_mark(kUpcTable);
         } else {
             position(m_lastEnd);
             dbaRecordset[kUpcTable] = std::move(m_rows);
+            gpDB_Set_read(kUpcTable);
         }
-        gpDB_Set_read(kUpcTable);
         clear();
     }
 

@@ -213,7 +213,7 @@ int gfiWalk_steps(int iTable, int iKey, int iOp, int iWanted, const WalkVisit &v
             // The step after the last row finds nothing: the table's edge, as a step leaves it.
             dbaRecordset[size_t(iTable)].reset();
             gfbDB_TableOpen(iTable);
-            gpDB_Set_read(iTable);
+            gpDB_Set_unread_mark(iTable);
             return taken;
         }
         if (used == 0 && !stepAlone(iTable, iKey, iOp, visit, taken))

@@ -5,11 +5,13 @@
 
 #include "lookup/WalkWindow.h"
 #include "platform/Recordset.h"
+#include "store/ServerCheck.h"
 #include "store/StatementLog.h"
 #include "store/TableLayout.h"
 
 #include <QFile>
 #include <QRandomGenerator>
+#include <QRegularExpression>
 
 using namespace qln;
 using namespace qln::test;
@@ -38,10 +40,13 @@ QString currentRow(int table)
     return values.join(QLatin1Char('|'));
 }
 
+// The log's lines without their times, which differ between two runs of the same actions.
 QString logText()
 {
     QFile log(gsDataPath + QStringLiteral("/PVSW.log"));
-    return log.open(QIODevice::ReadOnly) ? QString::fromUtf8(log.readAll()) : QString();
+    QString text = log.open(QIODevice::ReadOnly) ? QString::fromUtf8(log.readAll()) : QString();
+    static const QRegularExpression times(QStringLiteral("\\d+[:/.-]\\d+[:/.-]\\d+"));
+    return text.replace(times, QStringLiteral("#"));
 }
 
 // What a user and the next read could tell apart after an action.
@@ -56,6 +61,7 @@ QString snapshot(const RecordingView &view, const ScriptedMessages &boxes)
     out << boxes.texts().join(QLatin1Char('/')) << item.values.join(QLatin1Char('|'));
     out << QStringList{gUpc.SL, gUpc.UPC, gUpc.LABEL, gUpc.POLL, QString::number(gUpc.InvUID)}.join(QLatin1Char('|'));
     out << currentRow(kInventoryTable) << currentRow(kUpcTable) << logText();
+    out << QStringLiteral("unread %1 %2").arg(gfbDB_Set_unread(kInventoryTable)).arg(gfbDB_Set_unread(kUpcTable));
     return out.join(QLatin1Char('\n'));
 }
 
