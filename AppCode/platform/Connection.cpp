@@ -444,6 +444,87 @@ bool Connection::prepareShape(Shape &shape, const QString &placeholders)
     return true;
 }
 
+namespace {
+// As the driver binds: numbers as numbers, so that a compare against a numeric column holds.
+void bindSqlite(sqlite3_stmt *statement, int at, const QVariant &v)
+{
+    if (v.isNull()) {
+        sqlite3_bind_null(statement, at);
+        return;
+    }
+    switch (v.typeId()) {
+    case QMetaType::Bool:
+    case QMetaType::Int:
+    case QMetaType::UInt:
+    case QMetaType::Short:
+    case QMetaType::UShort:
+    case QMetaType::Long:
+    case QMetaType::ULong:
+    case QMetaType::LongLong:
+    case QMetaType::ULongLong:
+        sqlite3_bind_int64(statement, at, v.toLongLong());
+        return;
+    case QMetaType::Double:
+    case QMetaType::Float:
+        sqlite3_bind_double(statement, at, v.toDouble());
+        return;
+    case QMetaType::QByteArray: {
+        const QByteArray bytes = v.toByteArray();
+        sqlite3_bind_blob(statement, at, bytes.constData(), int(bytes.size()), SQLITE_TRANSIENT);
+        return;
+    }
+    default: {
+        const QString text = v.toString();
+        sqlite3_bind_text16(statement, at, text.utf16(), int(text.size() * 2), SQLITE_TRANSIENT);
+        return;
+    }
+    }
+}
+} // namespace
+
+bool Connection::runBound(const QString &sql, const QVariantList &binds, int &affected)
+{
+    affected = 0;
+    m_error.clear();
+    if (!m_sqlite) {
+        QSqlQuery query(m_db);
+        bool ran = query.prepare(sql);
+        for (const QVariant &b : binds)
+            query.addBindValue(b);
+        if (!ran || !query.exec()) {
+            m_error = errorFrom(query.lastError(), sql);
+            return false;
+        }
+        affected = query.numRowsAffected();
+        return true;
+    }
+    auto shape = m_shapes.find(sql);
+    if (shape == m_shapes.end()) {
+        Shape fresh;
+        if (!prepareShape(fresh, sql)) {
+            m_error = errorFrom(QSqlError(QStringLiteral("Unable to execute statement"), QString::fromUtf8(sqlite3_errmsg(m_sqlite)),
+                                          QSqlError::StatementError, QString::number(sqlite3_errcode(m_sqlite))),
+                                sql);
+            return false;
+        }
+        shape = m_shapes.insert(sql, fresh);
+    }
+    sqlite3_stmt *statement = shape->statement.get();
+    sqlite3_reset(statement);
+    for (int i = 0; i < binds.size(); ++i)
+        bindSqlite(statement, i + 1, binds[i]);
+    const int step = sqlite3_step(statement);
+    sqlite3_reset(statement);
+    if (step != SQLITE_DONE) {
+        m_error = errorFrom(QSqlError(QStringLiteral("Unable to fetch row"), QString::fromUtf8(sqlite3_errmsg(m_sqlite)),
+                                      QSqlError::StatementError, QString::number(step)),
+                            sql);
+        return false;
+    }
+    affected = sqlite3_changes(m_sqlite);
+    return true;
+}
+
 bool Connection::readSqlite(const Shape &shape, const QVariantList &values, const QString &tsql, SelectResult &result)
 {
     sqlite3_stmt *statement = shape.statement.get();

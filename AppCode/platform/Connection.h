@@ -84,6 +84,9 @@ public:
     // through the engine's own calls, which spares the driver's per-run column set-up.
     bool select(const QString &tsql, SelectResult &result);
     bool runRewritten(class QSqlQuery &query, const QString &sql);
+    // Runs a write of the engine's own text with values bound; `affected` gets the rows it
+    // changed. On SQLite each text is prepared once for the life of the connection.
+    bool runBound(const QString &sql, const QVariantList &binds, int &affected);
     void noteStatement(const QString &tsql);
     DbError errorFrom(const class QSqlError &error, const QString &sql);
     // A refusal that names a lost server also closes the connection.

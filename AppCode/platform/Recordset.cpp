@@ -358,12 +358,21 @@ bool Recordset::update()
         return fail(m_connection->lastError());
     m_connection->noteStatement(QStringLiteral("UPDATE ") + m_table);
     QSqlQuery query(m_connection->database());
-    bool ran = query.prepare(sql);
-    for (const QVariant &b : binds + whereBinds)
-        query.addBindValue(b);
-    if (!ran || !query.exec())
-        return fail(m_connection->errorFrom(query.lastError(), sql));
-    const bool changed = postgres ? query.next() : query.numRowsAffected() > 0;
+    bool changed = false;
+    if (postgres) {
+        bool ran = query.prepare(sql);
+        for (const QVariant &b : binds + whereBinds)
+            query.addBindValue(b);
+        if (!ran || !query.exec())
+            return fail(m_connection->errorFrom(query.lastError(), sql));
+        changed = query.next();
+    } else {
+        // The same text comes back for each row of a bulk write: prepared once.
+        int affected = 0;
+        if (!m_connection->runBound(sql, binds + whereBinds, affected))
+            return fail(m_connection->lastError());
+        changed = affected > 0;
+    }
     if (!changed)
         return fail({DbError::kRowChanged,
                      QStringLiteral("Row cannot be located for updating. Some values may have been changed since it was last read."),
