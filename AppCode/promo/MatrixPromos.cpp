@@ -44,27 +44,11 @@ bool mfbMtxItems_read(const QString &sql, QList<MtxItemRecord> &rows)
 // file has no entry. The item buffer holds the last item read.
 bool mfbItems_read(const QList<qint32> &recordNums, QHash<qint32, InventoryRecord> &items)
 {
-    constexpr qsizetype kNumbersPerRead = 400;
+    QStringList numbers;
+    for (qint32 n : recordNums)
+        numbers << QString::number(n);
     items.clear();
-    for (qsizetype first = 0; first < recordNums.size(); first += kNumbersPerRead) {
-        QStringList numbers;
-        for (qint32 n : recordNums.mid(first, kNumbersPerRead))
-            numbers << QString::number(n);
-        const QString sql = QStringLiteral("SELECT * FROM ") + dbuaTable[kInventoryTable].sSqlFile +
-                            QStringLiteral(" WHERE RecordNum IN (") + numbers.join(QLatin1Char(',')) + QLatin1Char(')');
-        gDBErr().clear();
-        if (!gfbDB_RecordOp(kInventoryTable, kOpBySQL, 0, false, false, sql)) {
-            if (gDBErr().isSet())
-                return false;
-            continue;
-        }
-        Recordset &set = *dbaRecordset[kInventoryTable];
-        for (set.moveFirst(); !set.eof(); set.moveNext()) {
-            gpDB_table_row_to_record(kInventoryTable);
-            items.insert(gInventory.RecordNum, gInventory);
-        }
-    }
-    return true;
+    return gfbInventory_read_in(QStringLiteral("RecordNum"), numbers, [&items] { items.insert(gInventory.RecordNum, gInventory); });
 }
 
 // A row's place under the "=" of key 5: the server compares SL without case and trailing blanks.

@@ -17,6 +17,7 @@
 #include "store/Common.h"
 #include "store/Database.h"
 #include "store/Departments.h"
+#include "store/Inventory.h"
 #include "store/RecordOps.h"
 
 #include <QRegularExpression>
@@ -145,34 +146,15 @@ void PromoAddition::lines_take(const CsvText &csv)
 
 bool PromoAddition::items_read()
 {
-    constexpr qsizetype kKeysPerRead = 400;
-    QStringList keys;
+    QStringList quoted;
     QSet<QString> seen;
     for (const PromoDraft &draft : std::as_const(m_drafts))
         if (draft.kind == PromoKind::Item && !seen.contains(mfsKey(draft.sl))) {
             seen.insert(mfsKey(draft.sl));
-            keys << draft.sl;
+            quoted << QLatin1Char('\'') + QString(draft.sl).replace(QLatin1Char('\''), QLatin1String("''")) + QLatin1Char('\'');
         }
     m_items.clear();
-    for (qsizetype first = 0; first < keys.size(); first += kKeysPerRead) {
-        QStringList quoted;
-        for (const QString &key : keys.mid(first, kKeysPerRead))
-            quoted << QLatin1Char('\'') + QString(key).replace(QLatin1Char('\''), QLatin1String("''")) + QLatin1Char('\'');
-        const QString sql = QStringLiteral("SELECT * FROM ") + dbuaTable[kInventoryTable].sSqlFile + QStringLiteral(" WHERE SL IN (") +
-                            quoted.join(QLatin1Char(',')) + QLatin1Char(')');
-        gDBErr().clear();
-        if (!gfbDB_RecordOp(kInventoryTable, kOpBySQL, 0, false, false, sql)) {
-            if (gDBErr().isSet())
-                return false;
-            continue;
-        }
-        Recordset &set = *dbaRecordset[kInventoryTable];
-        for (set.moveFirst(); !set.eof(); set.moveNext()) {
-            gpDB_table_row_to_record(kInventoryTable);
-            m_items.insert(mfsKey(gInventory.SL), gInventory);
-        }
-    }
-    return true;
+    return gfbInventory_read_in(QStringLiteral("SL"), quoted, [this] { m_items.insert(mfsKey(gInventory.SL), gInventory); });
 }
 
 bool PromoAddition::check()

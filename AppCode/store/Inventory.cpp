@@ -2,6 +2,7 @@
 
 #include "common/ProcessState.h"
 #include "common/Text.h"
+#include "platform/Recordset.h"
 #include "store/Database.h"
 #include "store/RecordOps.h"
 #include "store/TableCreate.h"
@@ -293,6 +294,27 @@ void gpInventory_Clear()
         else if (i >= linkFirst && i <= flagsLast)
             gpDB_FieldSet(kInventoryTable, i, QStringLiteral(" "));
     }
+}
+
+bool gfbInventory_read_in(const QString &sColumn, const QStringList &literals, const std::function<void()> &take)
+{
+    constexpr qsizetype kValuesPerRead = 400;
+    for (qsizetype first = 0; first < literals.size(); first += kValuesPerRead) {
+        const QString sql = QStringLiteral("SELECT * FROM ") + dbuaTable[kInventoryTable].sSqlFile + QStringLiteral(" WHERE ") + sColumn +
+                            QStringLiteral(" IN (") + literals.mid(first, kValuesPerRead).join(QLatin1Char(',')) + QLatin1Char(')');
+        gDBErr().clear();
+        if (!gfbDB_RecordOp(kInventoryTable, kOpBySQL, 0, false, false, sql)) {
+            if (gDBErr().isSet())
+                return false;
+            continue;
+        }
+        Recordset &set = *dbaRecordset[kInventoryTable];
+        for (set.moveFirst(); !set.eof(); set.moveNext()) {
+            gpDB_table_row_to_record(kInventoryTable);
+            take();
+        }
+    }
+    return true;
 }
 
 } // namespace qln

@@ -1,4 +1,5 @@
 #pragma once
+#include <functional>
 #include "common/Money.h"
 
 #include <QString>
@@ -111,6 +112,10 @@ bool gfbInventory_ByRecordNum(qint32 lRecordNum);
 bool gfbInventory_ByRecordNumText(const QString &sRecordNum);
 // Found: -1 (True). Not found: the reserved number when bReserved, else 0.
 int gfiInventory_BySL(const QString &sSL, bool bReserved);
+
+// Reads the items whose sColumn holds one of the SQL literals, 400 to a statement, each into the
+// buffer and then handed to take. False when the database refused a read.
+bool gfbInventory_read_in(const QString &sColumn, const QStringList &literals, const std::function<void()> &take);
 
 // Blanks the buffer and resets the current row to match (written by the next Update).
 void gpInventory_Clear();
