@@ -32,6 +32,7 @@ struct CliVerb {
     int positionalMin = 0;
     int positionalMax = 0;
     std::function<int(const QCommandLineParser &, CliContext &)> run;
+    bool readOnly = false; // its start-up leaves the program's files as they are
 };
 
 // The verbs of the program in the order its help lists them.

@@ -110,7 +110,7 @@ int run(const QCommandLineParser &parser, CliContext &context)
 CliVerb gfCliVerb_explain()
 {
     return {QStringLiteral("explain"), QStringLiteral("the promos that reach an item on a day, and the price the till applies"),
-            kHelp, {kOn}, 1, 1, run};
+            kHelp, {kOn}, 1, 1, run, true};
 }
 
 } // namespace qln

@@ -8,6 +8,7 @@
 #include "promo/PromoListing.h"
 
 #include <optional>
+#include <unistd.h>
 
 namespace qln {
 
@@ -68,36 +69,67 @@ QString namedBy(const PromoListRow &row)
     return QString();
 }
 
-void writeTable(QTextStream &out, const QList<PromoListRow> &rows)
+TextTable promoTable()
 {
     using A = TextTable::Align;
-    TextTable table({QStringLiteral("Kind"), QStringLiteral("Names"), QStringLiteral("Starts"), QStringLiteral("Ends"),
-                     QStringLiteral("Type"), QStringLiteral("Amount"), QStringLiteral("Promo price"), QStringLiteral("Poll"),
-                     QStringLiteral("ID")},
-                    {A::Left, A::Left, A::Left, A::Left, A::Left, A::Right, A::Right, A::Left, A::Right});
-    for (const PromoListRow &row : rows)
-        table.add({gfsPromoKind_name(row.kind), namedBy(row), gfsPromoColumns_date(row.promo.StartDate),
-                   gfsPromoColumns_date(row.promo.EndDate), gfsPromo_type_text(row.promo.ChangeType),
-                   gfsPromo_amount_text(row.promo, true), row.promoPrice ? row.promoPrice->toText(2) : QString(),
-                   row.promo.Poll.trimmed(), QString::number(row.promo.UniqueID)});
-    out << table.text() << (rows.size() == 1 ? QStringLiteral("1 promo\n") : QStringLiteral("%1 promos\n").arg(rows.size()));
+    return TextTable({QStringLiteral("Kind"), QStringLiteral("Names"), QStringLiteral("Starts"), QStringLiteral("Ends"),
+                      QStringLiteral("Type"), QStringLiteral("Amount"), QStringLiteral("Promo price"), QStringLiteral("Poll"),
+                      QStringLiteral("ID")},
+                     {A::Left, A::Left, A::Left, A::Left, A::Left, A::Right, A::Right, A::Left, A::Right});
 }
 
-void writeCsv(QTextStream &out, const QList<PromoListRow> &rows)
+QStringList tableCells(const PromoListRow &row)
 {
-    out << gfsCsv_line(gfPromoColumns_names());
-    for (const PromoListRow &row : rows)
-        out << gfsCsv_line(gfPromoColumns_cells(row.promo, row.kind, row.promoPrice));
+    return {gfsPromoKind_name(row.kind), namedBy(row), gfsPromoColumns_date(row.promo.StartDate),
+            gfsPromoColumns_date(row.promo.EndDate), gfsPromo_type_text(row.promo.ChangeType),
+            gfsPromo_amount_text(row.promo, true), row.promoPrice ? row.promoPrice->toText(2) : QString(),
+            row.promo.Poll.trimmed(), QString::number(row.promo.UniqueID)};
 }
 
-void writeJson(QTextStream &out, const QList<PromoListRow> &rows)
-{
-    out << QLatin1Char('[');
-    for (qsizetype i = 0; i < rows.size(); ++i)
-        out << (i > 0 ? QStringLiteral(",\n ") : QStringLiteral("\n "))
-            << gfsPromoColumns_json_object(gfPromoColumns_cells(rows[i].promo, rows[i].kind, rows[i].promoPrice));
-    out << (rows.isEmpty() ? QStringLiteral("]\n") : QStringLiteral("\n]\n"));
-}
+// Each row as it comes: CSV and JSON go out line by line. A table's widths depend on every
+// cell, so it keeps its cells (not the rows) and writes its lines at the end.
+class ListWriter {
+public:
+    ListWriter(QTextStream &out, Format format) : m_out(out), m_format(format), m_table(promoTable()) {}
+
+    void row(const PromoListRow &row)
+    {
+        switch (m_format) {
+        case Format::Table: m_table.add(tableCells(row)); break;
+        case Format::Csv:
+            if (m_rows == 0)
+                m_out << gfsCsv_line(gfPromoColumns_names());
+            m_out << gfsCsv_line(gfPromoColumns_cells(row.promo, row.kind, row.promoPrice));
+            break;
+        case Format::Json:
+            m_out << (m_rows > 0 ? QStringLiteral(",\n ") : QStringLiteral("[\n "))
+                  << gfsPromoColumns_json_object(gfPromoColumns_cells(row.promo, row.kind, row.promoPrice));
+            break;
+        }
+        ++m_rows;
+    }
+
+    void finish()
+    {
+        switch (m_format) {
+        case Format::Table:
+            m_table.write(m_out);
+            m_out << (m_rows == 1 ? QStringLiteral("1 promo\n") : QStringLiteral("%1 promos\n").arg(m_rows));
+            break;
+        case Format::Csv:
+            if (m_rows == 0)
+                m_out << gfsCsv_line(gfPromoColumns_names());
+            break;
+        case Format::Json: m_out << (m_rows == 0 ? QStringLiteral("[]\n") : QStringLiteral("\n]\n")); break;
+        }
+    }
+
+private:
+    QTextStream &m_out;
+    Format m_format;
+    TextTable m_table;
+    qsizetype m_rows = 0;
+};
 
 int run(const QCommandLineParser &parser, CliContext &context)
 {
@@ -122,21 +154,19 @@ int run(const QCommandLineParser &parser, CliContext &context)
         return kExitRefused;
 
     std::optional<TerminalProgress> progress;
-    QList<PromoListRow> rows;
-    const bool read = gfbPromoListing_read(filter, rows, [&](qsizetype done, qsizetype total) {
+    ListWriter writer(context.out, *format);
+    // Rows that go out while the bar runs must not share its terminal.
+    const bool barShown = isatty(fileno(context.errFile)) && (*format == Format::Table || !isatty(fileno(stdout)));
+    const bool read = gfbPromoListing_each(filter, [&](const PromoListRow &row) { writer.row(row); }, [&](qsizetype done, qsizetype total) {
         if (!progress)
-            progress.emplace(QStringLiteral("Reading promos"), total, context.errFile);
+            progress.emplace(QStringLiteral("Reading promos"), total, context.errFile, barShown);
         progress->set(done);
     });
     progress.reset();
     if (!read)
         return context.fail(verb, QStringLiteral("the promo table could not be read (see PVSW.log in the data path)"),
                             kExitRefused);
-    switch (*format) {
-    case Format::Table: writeTable(context.out, rows); break;
-    case Format::Csv: writeCsv(context.out, rows); break;
-    case Format::Json: writeJson(context.out, rows); break;
-    }
+    writer.finish();
     return kExitDone;
 }
 
@@ -145,7 +175,7 @@ int run(const QCommandLineParser &parser, CliContext &context)
 CliVerb gfCliVerb_list()
 {
     return {QStringLiteral("list"), QStringLiteral("every promo of the five kinds, as a table, CSV or JSON"), kHelp,
-            {kKind, kOn, kExpired, kFormat}, 0, 0, run};
+            {kKind, kOn, kExpired, kFormat}, 0, 0, run, true};
 }
 
 } // namespace qln

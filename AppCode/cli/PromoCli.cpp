@@ -4,6 +4,7 @@
 #include "common/ProcessState.h"
 #include "shell/DesktopOptions.h"
 #include "shell/Startup.h"
+#include "store/ReadOnlyRun.h"
 
 namespace qln {
 
@@ -114,6 +115,7 @@ int gfiPromoCli_run(const QStringList &arguments, QTextStream &out, QTextStream 
     const QString station = parser.isSet(kStation) ? parser.value(kStation) : global.value(kStation);
     CliContext context{out, err, errFile, {}};
     context.open = [&] {
+        gpReadOnlyRun_set(verb->readOnly);
         if (gfbStartup_prepare(suiteCommandLine(dataPath, station)))
             return true;
         context.fail(verb->name, QStringLiteral("the data path or its database did not open; name the data path with --datapath DIR"), kExitRefused);

@@ -11,13 +11,22 @@ void TextTable::add(const QStringList &cells) { m_rows << cells; }
 
 QString TextTable::text() const
 {
+    QString text;
+    QTextStream out(&text);
+    write(out);
+    out.flush();
+    return text;
+}
+
+void TextTable::write(QTextStream &out) const
+{
     QList<qsizetype> widths(m_aligns.size(), 0);
     for (const QStringList &row : m_rows)
         for (qsizetype c = 0; c < widths.size(); ++c)
             widths[c] = qMax(widths[c], row.value(c).size());
-    QString text;
+    QString line;
     for (const QStringList &row : m_rows) {
-        QString line;
+        line.clear();
         for (qsizetype c = 0; c < widths.size(); ++c) {
             if (c > 0)
                 line += QLatin1String("  ");
@@ -26,9 +35,8 @@ QString TextTable::text() const
         }
         while (line.endsWith(QLatin1Char(' ')))
             line.chop(1);
-        text += line + QLatin1Char('\n');
+        out << line << QLatin1Char('\n');
     }
-    return text;
 }
 
 } // namespace qln

@@ -2,6 +2,7 @@
 #include <QList>
 #include <QString>
 #include <QStringList>
+#include <QTextStream>
 
 namespace qln {
 
@@ -13,6 +14,8 @@ public:
     explicit TextTable(const QStringList &headers, const QList<Align> &aligns);
     void add(const QStringList &cells);
     QString text() const;
+    // The same text, line by line.
+    void write(QTextStream &out) const;
     qsizetype rows() const { return m_rows.size(); }
 
 private:

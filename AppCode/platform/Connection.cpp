@@ -474,8 +474,9 @@ void bindSqlite(sqlite3_stmt *statement, int at, const QVariant &v)
         return;
     }
     default: {
-        const QString text = v.toString();
-        sqlite3_bind_text16(statement, at, text.utf16(), int(text.size() * 2), SQLITE_TRANSIENT);
+        // In the database's own encoding: a UTF-16 value is converted again for each compare.
+        const QByteArray text = v.toString().toUtf8();
+        sqlite3_bind_text(statement, at, text.constData(), int(text.size()), SQLITE_TRANSIENT);
         return;
     }
     }

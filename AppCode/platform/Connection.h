@@ -87,6 +87,12 @@ public:
     // Runs a write of the engine's own text with values bound; `affected` gets the rows it
     // changed. On SQLite each text is prepared once for the life of the connection.
     bool runBound(const QString &sql, const QVariantList &binds, int &affected);
+    // "INSERT INTO T VALUES(...)" as execute() runs it, each shape prepared once with its
+    // values bound; any other text goes to execute().
+    bool executeInsert(const QString &tsql, int *affected = nullptr);
+    // A write of the engine's own text that gives back a row (RETURNING), prepared once per
+    // text; `row` is empty when it gave none.
+    bool runBoundRow(const QString &sql, const QVariantList &binds, QVariantList &row);
     void noteStatement(const QString &tsql);
     DbError errorFrom(const class QSqlError &error, const QString &sql);
     // A refusal that names a lost server also closes the connection.

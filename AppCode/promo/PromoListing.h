@@ -30,4 +30,9 @@ struct PromoListRow {
 bool gfbPromoListing_read(const PromoListFilter &filter, QList<PromoListRow> &rows,
                           const std::function<void(qsizetype, qsizetype)> &progress = {});
 
+// The same rows handed to `each` one at a time, in the same order, none of them kept: a long
+// list goes out as it is made.
+bool gfbPromoListing_each(const PromoListFilter &filter, const std::function<void(const PromoListRow &)> &each,
+                          const std::function<void(qsizetype, qsizetype)> &progress = {});
+
 } // namespace qln

@@ -6,6 +6,7 @@
 #include "platform/ProgramEnd.h"
 #include "platform/Settings.h"
 #include "shell/Shell.h"
+#include "store/ReadOnlyRun.h"
 #include "store/ServerCheck.h"
 #include "store/StatementLog.h"
 #include "store/TableCreate.h"
@@ -77,8 +78,17 @@ DbError &gDBErr()
     return error;
 }
 
+namespace {
+bool readOnlyRun = false;
+} // namespace
+
+void gpReadOnlyRun_set(bool bOn) { readOnlyRun = bOn; }
+bool gfbReadOnlyRun() { return readOnlyRun; }
+
 void gpDB_Trace(const QString &line)
 {
+    if (readOnlyRun)
+        return;
     gpFile_append(QDir(gsAppPath.isEmpty() ? QDir::currentPath() : gsAppPath).filePath(QStringLiteral("52.txt")), {line});
 }
 
@@ -142,6 +152,8 @@ QString gfsDB_ServerConfigure()
 
 void gpDB_ServerNameSave()
 {
+    if (readOnlyRun)
+        return;
     // Kept with the data: the other programs of the suite read the server from ZOR.INI.
     const QString key = gbRemoteMode ? QStringLiteral("SERVERNAMELOCAL") : QStringLiteral("SERVERNAME");
     WritePrivateProfileString(kDatabaseSection, key, gsDBServer, QDir(gsDataPath).filePath(QStringLiteral("ZOR.INI")));

@@ -398,11 +398,32 @@ void gpDB_row_decode(int iTable, std::unique_ptr<Recordset> &rows)
 
 // ---------------------------------------------------------------- writes
 
+namespace {
+void recallWhenDeletingItems(const QString &sSQL)
+{
+    if (sSQL.contains(QLatin1String("Invt")) && sSQL.contains(QLatin1String("DELETE")))
+        gpDB_DeleteRecall(1, sSQL);
+}
+
+int mfiDB_Execute(const QString &sSQL, bool (Connection::*run)(const QString &, int *))
+{
+    recallWhenDeletingItems(sSQL);
+    int affected = 0;
+    if ((dbConnection().*run)(sSQL, &affected))
+        return affected;
+    if (sSQL.contains(QLatin1String("RESTORE DATADASE")))
+        return 0;
+    // Syntax errors went by unseen in the suite; here they still reach the log.
+    gpDB_LogRefused(sSQL, dbConnection().lastError());
+    return 0;
+}
+} // namespace
+
 bool gfbDB_Insert(int iTable)
 {
     const QString sql = QStringLiteral("INSERT INTO ") + tableName(iTable) + QStringLiteral(" VALUES(") +
                         gfsDB_table_values_get(iTable) + QLatin1Char(')');
-    if (gfiDB_Execute(sql) > 0)
+    if (mfiDB_Execute(sql, &Connection::executeInsert) > 0)
         return true;
     const DbError &error = dbConnection().lastError();
     gsDBLastError = error.description.startsWith(QLatin1String("Cannot insert duplicate")) ? QStringLiteral("Duplicate Key")
@@ -419,26 +440,7 @@ void gpDB_DeleteRecall(int iTable, const QString &sWhat)
                        gfsDB_table_values_get(iTable) + QLatin1Char(')')});
 }
 
-namespace {
-void recallWhenDeletingItems(const QString &sSQL)
-{
-    if (sSQL.contains(QLatin1String("Invt")) && sSQL.contains(QLatin1String("DELETE")))
-        gpDB_DeleteRecall(1, sSQL);
-}
-} // namespace
-
-int gfiDB_Execute(const QString &sSQL)
-{
-    recallWhenDeletingItems(sSQL);
-    int affected = 0;
-    if (dbConnection().execute(sSQL, &affected))
-        return affected;
-    if (sSQL.contains(QLatin1String("RESTORE DATADASE")))
-        return 0;
-    // Syntax errors went by unseen in the suite; here they still reach the log.
-    gpDB_LogRefused(sSQL, dbConnection().lastError());
-    return 0;
-}
+int gfiDB_Execute(const QString &sSQL) { return mfiDB_Execute(sSQL, &Connection::execute); }
 
 bool gfbDB_ExecuteSQL(const QString &sSQL, int iTable, bool bNoFetch)
 {

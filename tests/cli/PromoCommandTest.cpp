@@ -3,6 +3,8 @@
 #include "promo/PromoPricing.h"
 #include "support/DemoStore.h"
 
+#include <QFile>
+#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -244,6 +246,44 @@ TEST_F(PromoCommand, HelpAndUsageAnswerWithoutTheDatabaseAndBadPathsAreRefused)
     EXPECT_EQ(lost.code, 1) << lost.err.toStdString();
     EXPECT_TRUE(lost.out.isEmpty());
     EXPECT_TRUE(lost.err.contains(QStringLiteral("quillon-promo"))) << lost.err.toStdString();
+}
+
+// A listing changes nothing on disk: not the data path's ZOR.INI, not the start-up trace in the
+// command's own folder (a copy here, so that the folder is this test's alone). A verb that
+// writes still starts up as the program does.
+TEST_F(PromoCommand, ReadingVerbsLeaveTheProgramFilesAlone)
+{
+    addFourOnOneDay();
+    QTemporaryDir folder;
+    const QString command = folder.filePath(QStringLiteral("quillon-promo")), trace = folder.filePath(QStringLiteral("52.txt"));
+    ASSERT_TRUE(QFile::copy(QStringLiteral(QUILLON_PROMO_EXE), command));
+    const auto runCopy = [&](const QStringList &arguments) {
+        QProcess process;
+        process.setStandardInputFile(QProcess::nullDevice());
+        process.start(command, QStringList{QStringLiteral("--datapath"), db.dataPath()} + arguments);
+        EXPECT_TRUE(process.waitForFinished(60000));
+        return QString::fromUtf8(process.readAllStandardOutput());
+    };
+    const QString ini = db.file(QStringLiteral("ZOR.INI"));
+    const QByteArray iniBefore = db.readFile(QStringLiteral("ZOR.INI")).toUtf8();
+    const QDateTime iniTime = QFileInfo(ini).lastModified();
+
+    EXPECT_EQ(runCopy({QStringLiteral("list"), QStringLiteral("--kind"), QStringLiteral("matrix"), QStringLiteral("--format"),
+                       QStringLiteral("csv")}),
+              QStringLiteral("Kind,Store,SL,Dept,GroupID,StartDate,EndDate,ChangeType,PriceChange,PromoPrice,Poll,UniqueID\r\n"))
+        << "no row still gives the header";
+    EXPECT_EQ(linesOf(runCopy({QStringLiteral("list"), QStringLiteral("--expired"), QStringLiteral("--format"), QStringLiteral("csv")}),
+                      QStringLiteral("item,"))
+                  .size(),
+              1);
+    EXPECT_TRUE(runCopy({QStringLiteral("explain"), kSL, QStringLiteral("--on"), kDay.toString(Qt::ISODate)}).contains(QStringLiteral("7.25")));
+    EXPECT_FALSE(QFile::exists(trace));
+    EXPECT_EQ(db.readFile(QStringLiteral("ZOR.INI")).toUtf8(), iniBefore);
+    EXPECT_EQ(QFileInfo(ini).lastModified(), iniTime);
+
+    runCopy({QStringLiteral("shift"), QStringLiteral("--kind"), QStringLiteral("item"), QStringLiteral("--from"), kDay.toString(Qt::ISODate),
+             QStringLiteral("--to"), kDay.toString(Qt::ISODate), QStringLiteral("--days"), QStringLiteral("7"), QStringLiteral("--dry-run")});
+    EXPECT_TRUE(QFile::exists(trace));
 }
 
 // The command is the proof that the library stands without windows: nothing of the window
