@@ -85,7 +85,7 @@ TEST_F(BoundInsert, RefusesAsTheTextIsRefusedAndFollowsTheTable)
     EXPECT_TRUE(conn->lastError().description.startsWith(QStringLiteral("Cannot insert duplicate")))
         << conn->lastError().description.toStdString();
 
-    for (const QString &bad : {QStringLiteral("INSERT INTO Missing VALUES(1, 'a')"), QStringLiteral("INSERT INTO ByShape VALUES(1, 'a')")}) {
+    for (const QString &bad : {QStringLiteral("INSERT INTO Missing VALUES(1, 'a')"), QStringLiteral("INSERT INTO ByShape VALUES(1, 'a', 1, 1, NULL, 1, 1, 1, 'one', 'too many')")}) {
         EXPECT_FALSE(conn->execute(bad));
         const DbError byText = conn->lastError();
         EXPECT_FALSE(conn->executeInsert(bad));
