@@ -110,8 +110,8 @@ void mpMatrixPromo_reads_end(const QList<MatrixGroupRecord> &built, const QList<
 }
 
 // "<GroupID>  <name>" for each of the matrices found, as one "=" read on key 0 each finds
-// them; the buffer and the table's record set end as those reads leave them. The engine
-// picks which of two rows with one GroupUID a read finds, so those are still read by key.
+// them (GroupUID is unique); the buffer and the table's record set end as those reads
+// leave them.
 QStringList mfMatrices_named(const QList<qint32> &uids)
 {
     const auto keyed = [](qint32 uid) {
@@ -119,7 +119,6 @@ QStringList mfMatrices_named(const QList<qint32> &uids)
         return gfbDB_RecordOp(kMatrixGroupsTable, kOpEqual, 0);
     };
     const auto entry = [] { return mfsMatrix_entry(gMatrixGroups.GroupUID, QStringLiteral("  "), gMatrixGroups.GroupName); };
-    QHash<qint32, int> rowsOf;
     QHash<qint32, QString> named;
     bool sets = gfbListSets() && !uids.isEmpty();
     if (sets) {
@@ -129,38 +128,29 @@ QStringList mfMatrices_named(const QList<qint32> &uids)
         auto rows = std::make_unique<Recordset>();
         sets = rows->open(dbConnection(), QStringLiteral("SELECT * FROM ") + dbuaTable[kMatrixGroupsTable].sSqlFile +
                                               QStringLiteral(" WHERE GroupUID IN (") + numbers.join(QLatin1Char(',')) + QLatin1Char(')'));
-        if (sets) {
-            const int uidColumn = rows->fieldIndex(QStringLiteral("GroupUID"));
+        if (sets)
             for (rows->moveFirst(); !rows->eof(); rows->moveNext()) {
-                const qint32 uid = rows->readInteger(uidColumn);
-                if (++rowsOf[uid] == 1) {
-                    gpDB_row_decode(kMatrixGroupsTable, rows);
-                    named.insert(uid, entry());
-                }
+                gpDB_row_decode(kMatrixGroupsTable, rows);
+                named.insert(gMatrixGroups.GroupUID, entry());
             }
-        }
     }
     QStringList entries;
     qint32 lastFound = 0;
     for (qsizetype i = 0; i < uids.size(); ++i) {
         const qint32 uid = uids[i];
-        const int rows = rowsOf.value(uid);
-        const bool last = i + 1 == uids.size();
-        if (!sets || rows > 1 || (last && rows == 1)) {
-            if (keyed(uid)) {
+        if (!sets) {
+            if (keyed(uid))
                 entries << entry();
-                lastFound = uid;
-            }
-            continue;
-        }
-        if (rows == 1) {
+        } else if (named.contains(uid)) {
             entries << named.value(uid);
             lastFound = uid;
-        } else if (last) {
-            if (lastFound != 0)
-                keyed(lastFound);
-            keyed(uid);
         }
+    }
+    if (sets) {
+        // A read that finds nothing changes only GroupUID of the matrix the read before found.
+        if (!named.contains(uids.last()) && lastFound != 0)
+            keyed(lastFound);
+        keyed(uids.last());
     }
     return entries;
 }
