@@ -73,14 +73,23 @@ void PromoWalk::mpSet_read()
         return;
     const int numberOrdinal = gfiDB_KeyOrdinal(1), dateOrdinal = gfiDB_KeyOrdinal(2);
     const QString number = gfsDB_FieldName(kPromoTable, numberOrdinal), date = gfsDB_FieldName(kPromoTable, dateOrdinal);
+    const auto field = [](const QString &name, const char *column) { return name.compare(QLatin1String(column), Qt::CaseInsensitive) == 0; };
+    m_number = field(number, "GroupID") ? &PromoPriceRecord::GroupID : field(number, "Invuid") ? &PromoPriceRecord::Invuid : nullptr;
+    m_date = field(date, "StartDate") ? &PromoPriceRecord::StartDate : field(date, "EndDate") ? &PromoPriceRecord::EndDate : nullptr;
+    if (!m_number || !m_date)
+        return;
     // The buffer's key, as the step would send it.
     qint32 g = gfiField_number(kPromoTable, numberOrdinal);
     QDateTime d = gfdField_date(kPromoTable, dateOrdinal);
+    const QString &table = dbuaTable[kPromoTable].sSqlFile;
+    const QString columns = m_ties == WalkTies::KeyOnly ? number + QLatin1Char(',') + date : QStringLiteral("*");
     auto rows = std::make_unique<Recordset>();
-    if (!rows->open(dbConnection(), QStringLiteral("SELECT * FROM ") + dbuaTable[kPromoTable].sSqlFile + QStringLiteral(" WHERE ") +
+    if (!rows->open(dbConnection(), QStringLiteral("SELECT ") + columns + QStringLiteral(" FROM ") + table + QStringLiteral(" WHERE ") +
                                         number + QStringLiteral(" >= ") + QString::number(g) + QStringLiteral(" ORDER BY ") + number +
                                         QLatin1Char(',') + date))
         return;
+    if (m_ties == WalkTies::KeyOnly)
+        rows->describe(table);
     m_numberColumn = rows->fieldIndex(number);
     m_dateColumn = rows->fieldIndex(date);
     std::vector<WalkKey> keys;
@@ -149,7 +158,14 @@ bool PromoWalk::next()
     }
     for (; m_position < reach.row; ++m_position)
         m_rows->moveNext();
-    gpDB_row_decode(kPromoTable, m_rows);
+    if (m_ties == WalkTies::WholeRow) {
+        gpDB_row_decode(kPromoTable, m_rows);
+        return true;
+    }
+    // The key's fields as a read of the row sets them.
+    gPromo.*m_number = m_rows->readInteger(m_numberColumn);
+    const QDateTime date = m_rows->readDate(m_dateColumn);
+    gPromo.*m_date = date.isValid() ? date : gfdDate_zero();
     return true;
 }
 

@@ -1,4 +1,6 @@
 #pragma once
+#include "promo/PromoPricing.h"
+
 #include <QDateTime>
 #include <QList>
 #include <memory>
@@ -14,6 +16,8 @@ namespace qln {
 
 class Recordset;
 
+// KeyOnly: the caller looks at the key alone, so the rows before the last set only the key's
+// fields of the buffer. WholeRow: each row is read whole, as its step reads it.
 enum class WalkTies { KeyOnly, WholeRow };
 
 class PromoWalk {
@@ -46,6 +50,8 @@ private:
     qsizetype m_next = 0;
     bool m_steps = true; // from here on every step is sent
     int m_numberColumn = -1, m_dateColumn = -1;
+    qint32 PromoPriceRecord::*m_number = nullptr;
+    QDateTime PromoPriceRecord::*m_date = nullptr;
 };
 
 // The lists read their rows in sets (the default). Off, they make the keyed reads one by one:
