@@ -18,6 +18,7 @@
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QTest>
+#include <map>
 
 using namespace qln;
 using namespace qln::test;
@@ -286,4 +287,36 @@ TEST_F(RowListsEquivalence, StatementsDoNotGrowWithTheRowsShown)
     EXPECT_EQ(choices[0], choices[1]);
     EXPECT_EQ(picker[0], picker[1]);
     EXPECT_EQ(tags[0], tags[1]);
+}
+
+// Another station removes the row the last step would reach, or adds one beyond it, after
+// the walk's rows were read: the walk meets what the steps meet and ends where they end.
+TEST_F(RowListsEquivalence, ARowRemovedOrAddedWhileTheWalkIsPlayedEndsItWhereTheStepsDo)
+{
+    constexpr int kByInvuidStart = 8;
+    const QStringList changes = {QStringLiteral("DELETE FROM PromoPrices WHERE Invuid = 15"),
+                                 QStringLiteral("INSERT INTO PromoPrices (Store, SL, Dept, StartDate, EndDate, ChangeDate, PriceChange, "
+                                                "ChangeType, Poll, GroupID, Invuid, UniqueID) VALUES (1, 'x', '000.000.000', "
+                                                "'20250514 00:00:00', '20250520 00:00:00', NULL, 1, 0, 'Y', 0, 16, 16)")};
+    for (const QString &change : changes) {
+        std::map<bool, std::pair<QList<qint32>, QStringList>> seen;
+        for (const bool sets : {false, true}) {
+            gfiDB_Execute(QStringLiteral("DELETE FROM PromoPrices"));
+            for (int invuid = 11; invuid <= 15; ++invuid)
+                gfiDB_Execute(QStringLiteral("INSERT INTO PromoPrices (Store, SL, Dept, StartDate, EndDate, ChangeDate, PriceChange, "
+                                             "ChangeType, Poll, GroupID, Invuid, UniqueID) VALUES (1, 'x', '000.000.000', "
+                                             "'20250514 00:00:00', '20250520 00:00:00', NULL, 1, 0, 'Y', 0, %1, %1)")
+                                  .arg(invuid));
+            gpListSets_set(sets);
+            buffersReset();
+            PromoWalk walk(kByInvuidStart, WalkTies::WholeRow);
+            bool found = walk.begin(kOpGetFirst);
+            gfiDB_Execute(change);
+            for (; found; found = walk.next())
+                seen[sets].first << gPromo.Invuid;
+            seen[sets].second = tableRow(kPromoTable);
+        }
+        EXPECT_EQ(seen[true], seen[false]) << change.toStdString();
+        EXPECT_EQ(seen[true].first.size(), change.startsWith(QLatin1String("DELETE")) ? 4 : 6) << change.toStdString();
+    }
 }
