@@ -3,6 +3,7 @@
 // argument is the most rows one statement of the walk reads: 64 (the default, by windows)
 // or 0 (each step by itself, as before).
 #include "BenchDataSet.h"
+#include "BenchDelay.h"
 
 #include "lookup/DataGrid.h"
 #include "lookup/GridSetUpBackOffice.h"
@@ -92,6 +93,7 @@ void BM_Lookup_Keystroke(benchmark::State &state)
     NullView view;
     if (!lookupReady(state, view))
         return;
+    const bench::DelayedServer delayed(state);
     int i = 0;
     const quint64 before = dbConnection().statementCount();
     for (auto _ : state)
@@ -106,6 +108,7 @@ void pageOrLine(benchmark::State &state, int direction)
     NullView view;
     if (!lookupReady(state, view))
         return;
+    const bench::DelayedServer delayed(state);
     int i = 0;
     qint64 moves = 0;
     quint64 sent = 0;
@@ -137,6 +140,7 @@ void BM_Lookup_Baseline(benchmark::State &state)
 {
     if (descriptions().isEmpty())
         return state.SkipWithError("no data set");
+    const bench::DelayedServer delayed(state);
     const bool postgres = dbConnection().provider() == Provider::Postgres;
     const QString nulls = postgres ? QStringLiteral(" NULLS FIRST") : QString();
     QSqlQuery q(dbConnection().database());

@@ -2,6 +2,7 @@
 // hand-written query and price sum for the same item, and the CSV of every promo against one
 // hand-written join that gives the same cells.
 #include "BenchDataSet.h"
+#include "BenchDelay.h"
 
 #include "common/Csv.h"
 #include "platform/Clock.h"
@@ -45,6 +46,7 @@ void BM_Explain(benchmark::State &state)
 {
     if (!bench::gfbDemo_open() || sampleSLs().isEmpty())
         return state.SkipWithError("no data set");
+    const bench::DelayedServer delayed(state);
     const QDate day = explainDay();
     qsizetype next = 0, promos = 0;
     const quint64 before = dbConnection().statementCount();
@@ -64,6 +66,7 @@ void BM_ExplainBaseline(benchmark::State &state)
 {
     if (!bench::gfbDemo_open() || sampleSLs().isEmpty())
         return state.SkipWithError("no data set");
+    const bench::DelayedServer delayed(state);
     const QString dayText = explainDay().toString(QStringLiteral("yyyy-MM-dd 00:00:00"));
     QSqlQuery item(dbConnection().database()), promos(dbConnection().database());
     item.prepare(QStringLiteral("SELECT Price, DeptCode, AllowDiscounts FROM %1 WHERE SL = ?").arg(dbuaTable[kInventoryTable].sSqlFile));
