@@ -40,6 +40,7 @@ DelayRelay *relay(double &delayMs)
 }
 
 QString directServer;
+bool relayed = false; // a DelayedServer lives
 
 bool reopen(const QString &server)
 {
@@ -54,12 +55,12 @@ bool reopen(const QString &server)
 DelayedServer::DelayedServer(benchmark::State &state)
 {
     double delayMs = 0;
-    const DelayRelay *through = relay(delayMs);
-    if (!through)
+    const DelayRelay *r = relay(delayMs);
+    if (!r)
         return;
     directServer = dbConnection().info().server;
-    m_through = true;
-    if (!reopen(QStringLiteral("127.0.0.1\\%1").arg(through->port())))
+    m_through = relayed = true;
+    if (!reopen(QStringLiteral("127.0.0.1\\%1").arg(r->port())))
         state.SkipWithError("the relay did not reach the server");
     state.counters["delay_ms"] = delayMs;
 }
@@ -68,6 +69,20 @@ DelayedServer::~DelayedServer()
 {
     if (m_through)
         reopen(directServer);
+    relayed = false;
+}
+
+quint64 gfiRelay_requests()
+{
+    double delayMs = 0;
+    const DelayRelay *r = relayed ? relay(delayMs) : nullptr;
+    return r ? r->requests() : 0;
+}
+
+void gpRoundTrips_count(benchmark::State &state, quint64 before, double actions)
+{
+    if (relayed && actions > 0)
+        state.counters["round_trips"] = double(gfiRelay_requests() - before) / actions;
 }
 
 } // namespace qln::bench

@@ -1,4 +1,5 @@
 #pragma once
+#include <QtGlobal>
 
 namespace benchmark {
 class State;
@@ -20,5 +21,10 @@ public:
 private:
     bool m_through = false;
 };
+
+// Requests that went through the relay so far (0 without one): one per round trip.
+quint64 gfiRelay_requests();
+// Counter round_trips: the requests since `before` per action, when there is a relay.
+void gpRoundTrips_count(benchmark::State &state, quint64 before, double actions);
 
 } // namespace qln::bench

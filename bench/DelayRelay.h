@@ -1,6 +1,7 @@
 #pragma once
 #include <atomic>
 #include <chrono>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
@@ -27,6 +28,9 @@ public:
     // Listening on an unused port; false when no socket could be had.
     bool start();
     int port() const { return m_port; }
+    // Reads from the clients so far: a client that waits for each answer before it writes
+    // again makes one per round trip.
+    std::uint64_t requests() const { return m_requests.load(); }
 
     static int connectUnix(const std::string &path);
     static int connectTcp(const std::string &host, int port);
@@ -41,6 +45,7 @@ private:
     int m_listen = -1;
     int m_port = 0;
     std::atomic<bool> m_stopping{false};
+    std::atomic<std::uint64_t> m_requests{0};
     std::thread m_acceptor;
     std::vector<std::unique_ptr<Link>> m_links; // the acceptor's, until it is joined
 };

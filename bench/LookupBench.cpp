@@ -95,10 +95,11 @@ void BM_Lookup_Keystroke(benchmark::State &state)
         return;
     const bench::DelayedServer delayed(state);
     int i = 0;
-    const quint64 before = dbConnection().statementCount();
+    const quint64 before = dbConnection().statementCount(), sent = bench::gfiRelay_requests();
     for (auto _ : state)
         findAt(view, i++);
     count(state, before, i);
+    bench::gpRoundTrips_count(state, sent, i);
 }
 
 void pageOrLine(benchmark::State &state, int direction)
@@ -111,7 +112,7 @@ void pageOrLine(benchmark::State &state, int direction)
     const bench::DelayedServer delayed(state);
     int i = 0;
     qint64 moves = 0;
-    quint64 sent = 0;
+    quint64 sent = 0, requests = 0;
     auto restart = [&] {
         findAt(view, i++);
         gpDataGrid_SetRow(direction == kLineUp || direction == kPageUp ? 1 : iGridRows - 1, view);
@@ -123,12 +124,14 @@ void pageOrLine(benchmark::State &state, int direction)
             restart();
             state.ResumeTiming();
         }
-        const quint64 before = dbConnection().statementCount();
+        const quint64 before = dbConnection().statementCount(), requested = bench::gfiRelay_requests();
         gpDataGrid_Move(view, direction);
         sent += dbConnection().statementCount() - before;
+        requests += bench::gfiRelay_requests() - requested;
         ++moves;
     }
     state.counters["statements"] = benchmark::Counter(double(sent) / double(moves));
+    bench::gpRoundTrips_count(state, bench::gfiRelay_requests() - requests, double(moves));
 }
 
 void BM_Lookup_PageDown(benchmark::State &state) { pageOrLine(state, kPageDown); }
@@ -148,6 +151,7 @@ void BM_Lookup_Baseline(benchmark::State &state)
               QStringLiteral(" WHERE Description >= ? ORDER BY Description") + nulls + QStringLiteral(", SL") + nulls +
               QStringLiteral(" LIMIT 13"));
     int i = 0;
+    const quint64 sent = bench::gfiRelay_requests();
     for (auto _ : state) {
         q.addBindValue(descriptions()[i++ % descriptions().size()]);
         if (!q.exec())
@@ -157,6 +161,7 @@ void BM_Lookup_Baseline(benchmark::State &state)
             ++rows;
         benchmark::DoNotOptimize(rows);
     }
+    bench::gpRoundTrips_count(state, sent, double(state.iterations()));
 }
 
 } // namespace

@@ -36,12 +36,14 @@ bool groupReady()
                                ? qEnvironmentVariableIntValue("QUILLON_BENCH_GRID_MEMBERS")
                                : 500;
         QList<std::pair<QString, qint32>> items;
+        const int step = qMax(1, gfiDB_RecordCount(kInventoryTable) / (wanted + 1));
         QSqlQuery q(dbConnection().database());
-        if (!q.exec(QStringLiteral("SELECT SL, RecordNum FROM %1 WHERE Status <> 'D' AND RecordNum % 97 = 5 ORDER BY RecordNum")
-                        .arg(dbuaTable[kInventoryTable].sSqlFile)))
+        q.setForwardOnly(true);
+        if (!q.exec(QStringLiteral("SELECT SL, RecordNum FROM %1 WHERE Status <> 'D' ORDER BY RecordNum").arg(dbuaTable[kInventoryTable].sSqlFile)))
             return false;
-        while (q.next() && items.size() < wanted)
-            items.append({q.value(0).toString(), q.value(1).toInt()});
+        for (int i = 1; q.next() && items.size() < wanted; ++i)
+            if (i % step == 0)
+                items.append({q.value(0).toString(), q.value(1).toInt()});
         gfiDB_Execute(QStringLiteral("DELETE FROM PromoPrices WHERE GroupID = %1").arg(kGroup));
         const QDateTime start(Clock::today(), QTime(0, 0));
         bench::gpPromos_add(int(items.size()), [&](int i) {
@@ -63,6 +65,7 @@ void BM_GroupMemberGrid(benchmark::State &state)
     gpPromoItems_batch_set(int(state.range(0)));
     FlexGrid grid;
     quint64 statements = 0;
+    const quint64 sent = bench::gfiRelay_requests();
     for (auto _ : state) {
         const quint64 before = dbConnection().statementCount();
         QList<PromoPriceRecord> rows;
@@ -72,6 +75,7 @@ void BM_GroupMemberGrid(benchmark::State &state)
         statements = dbConnection().statementCount() - before;
     }
     gpPromoItems_batch_set(PromoItems::kDefaultBatch);
+    bench::gpRoundTrips_count(state, sent, double(state.iterations()));
     state.counters["rows"] = grid.Rows() - 1;
     state.counters["statements"] = double(statements);
     if (!boxes.shown().isEmpty())
@@ -99,6 +103,7 @@ void BM_DailyList(benchmark::State &state)
     const bench::DelayedServer delayed(state);
     qsizetype rows = 0;
     quint64 statements = 0;
+    const quint64 sent = bench::gfiRelay_requests();
     for (auto _ : state) {
         const quint64 before = dbConnection().statementCount();
         QList<PromoPriceRecord> daily;
@@ -111,6 +116,7 @@ void BM_DailyList(benchmark::State &state)
     }
     state.counters["rows"] = double(rows);
     state.counters["statements"] = double(statements);
+    bench::gpRoundTrips_count(state, sent, double(state.iterations()));
 }
 
 // The same rows, expired ones too, in the key's order.
@@ -122,6 +128,7 @@ void BM_DailyQuery(benchmark::State &state)
     QSqlQuery q(dbConnection().database());
     q.setForwardOnly(true);
     int rows = 0;
+    const quint64 sent = bench::gfiRelay_requests();
     for (auto _ : state) {
         if (!q.exec(QStringLiteral("SELECT * FROM PromoPrices WHERE GroupID < 0 ORDER BY GroupID, EndDate")))
             return state.SkipWithError(q.lastError().text().toUtf8().constData());
@@ -130,6 +137,7 @@ void BM_DailyQuery(benchmark::State &state)
                 benchmark::DoNotOptimize(q.value(c));
     }
     state.counters["rows"] = rows;
+    bench::gpRoundTrips_count(state, sent, double(state.iterations()));
 }
 
 } // namespace

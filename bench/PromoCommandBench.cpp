@@ -49,7 +49,7 @@ void BM_Explain(benchmark::State &state)
     const bench::DelayedServer delayed(state);
     const QDate day = explainDay();
     qsizetype next = 0, promos = 0;
-    const quint64 before = dbConnection().statementCount();
+    const quint64 before = dbConnection().statementCount(), sent = bench::gfiRelay_requests();
     for (auto _ : state) {
         PriceExplanation e;
         if (gfePrice_explain(sampleSLs()[next++ % sampleSLs().size()], day, e) != ExplainEnd::Explained)
@@ -59,6 +59,7 @@ void BM_Explain(benchmark::State &state)
     }
     state.counters["promos/item"] = benchmark::Counter(double(promos) / double(state.iterations()));
     state.counters["statements/item"] = double(dbConnection().statementCount() - before) / double(state.iterations());
+    bench::gpRoundTrips_count(state, sent, double(state.iterations()));
 }
 
 // The same answer by hand: the item, then the rows that may reach it, priced and compared.
@@ -73,6 +74,7 @@ void BM_ExplainBaseline(benchmark::State &state)
     promos.prepare(QStringLiteral("SELECT ChangeType, PriceChange FROM PromoPrices WHERE (GroupID < 0 OR SL = ? OR Dept = ?) "
                                   "AND EndDate >= ? AND StartDate <= ? AND ChangeType <> 99"));
     qsizetype next = 0;
+    const quint64 sent = bench::gfiRelay_requests();
     for (auto _ : state) {
         const QString sl = sampleSLs()[next++ % sampleSLs().size()];
         item.addBindValue(sl);
@@ -93,6 +95,7 @@ void BM_ExplainBaseline(benchmark::State &state)
                 best = *p;
         benchmark::DoNotOptimize(best);
     }
+    bench::gpRoundTrips_count(state, sent, double(state.iterations()));
 }
 
 // Every tenth item with its department: the lines of a large import.
