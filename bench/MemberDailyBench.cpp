@@ -35,15 +35,15 @@ bool groupReady()
         const int wanted = qEnvironmentVariableIsSet("QUILLON_BENCH_GRID_MEMBERS")
                                ? qEnvironmentVariableIntValue("QUILLON_BENCH_GRID_MEMBERS")
                                : 500;
-        QList<std::pair<QString, qint32>> items;
-        const int step = qMax(1, gfiDB_RecordCount(kInventoryTable) / (wanted + 1));
+        QList<std::pair<QString, qint32>> live, items;
         QSqlQuery q(dbConnection().database());
         q.setForwardOnly(true);
         if (!q.exec(QStringLiteral("SELECT SL, RecordNum FROM %1 WHERE Status <> 'D' ORDER BY RecordNum").arg(dbuaTable[kInventoryTable].sSqlFile)))
             return false;
-        for (int i = 1; q.next() && items.size() < wanted; ++i)
-            if (i % step == 0)
-                items.append({q.value(0).toString(), q.value(1).toInt()});
+        while (q.next())
+            live.append({q.value(0).toString(), q.value(1).toInt()});
+        for (qsizetype i = 0; i < wanted && wanted <= live.size(); ++i)
+            items.append(live[i * live.size() / wanted]);
         gfiDB_Execute(QStringLiteral("DELETE FROM PromoPrices WHERE GroupID = %1").arg(kGroup));
         const QDateTime start(Clock::today(), QTime(0, 0));
         bench::gpPromos_add(int(items.size()), [&](int i) {
