@@ -78,7 +78,7 @@ void gpClicks_time(benchmark::State &state, QAbstractButton &button, const FlexG
         button.click();
         statements = dbConnection().statementCount() - before;
     }
-    gpRoundTrips_count(state, sent, double(state.iterations()));
+    gpRoundTrips_set(state, gfiRelay_requests() - sent, double(state.iterations()));
     state.counters["rows"] = grid.Rows() - 1;
     state.counters["statements"] = double(statements);
     if (!boxes.shown().isEmpty())
@@ -104,7 +104,7 @@ void gpQuery_time(benchmark::State &state, const QString &sql, int columns)
         }
     }
     state.counters["rows"] = rows;
-    gpRoundTrips_count(state, sent, double(state.iterations()));
+    gpRoundTrips_set(state, gfiRelay_requests() - sent, double(state.iterations()));
 }
 
 } // namespace qln::bench

@@ -12,35 +12,44 @@ namespace qln::bench {
 
 namespace {
 
-// The relay of the run, to the server the connection first reached; null when no delay
-// is asked for or it could not listen.
-DelayRelay *relay(double &delayMs)
+struct Relayed {
+    double delayMs = 0;
+    std::unique_ptr<DelayRelay> relay; // null when no delay is asked for or it could not listen
+};
+
+DelayRelay::Connector serverConnector()
 {
-    static double delay = 0;
-    static const std::unique_ptr<DelayRelay> made = []() -> std::unique_ptr<DelayRelay> {
+    QString host;
+    int port = 0;
+    splitServer(dbConnection().info().server, host, port);
+    // A host that is a folder names the server's unix socket.
+    if (host.startsWith(QLatin1Char('/'))) {
+        const std::string path = QDir(host).filePath(QStringLiteral(".s.PGSQL.%1").arg(port)).toStdString();
+        return [path] { return DelayRelay::connectUnix(path); };
+    }
+    const std::string name = host.toStdString();
+    return [name, port] { return DelayRelay::connectTcp(name, port); };
+}
+
+// The run's relay, to the server the connection reached first.
+const Relayed &relayed()
+{
+    static const Relayed made = [] {
+        Relayed r;
         bool given = false;
-        delay = qEnvironmentVariable("QUILLON_BENCH_PG_DELAY_MS").toDouble(&given);
-        if (!given || delay < 0 || dbConnection().provider() != Provider::Postgres)
-            return nullptr;
-        QString host;
-        int port = 0;
-        splitServer(dbConnection().info().server, host, port);
-        // A host that is a folder is the server's unix socket.
-        const std::string target = host.startsWith(QLatin1Char('/'))
-                                       ? QDir(host).filePath(QStringLiteral(".s.PGSQL.%1").arg(port)).toStdString()
-                                       : host.toStdString();
-        DelayRelay::Connector connect = host.startsWith(QLatin1Char('/'))
-                                            ? DelayRelay::Connector([target] { return DelayRelay::connectUnix(target); })
-                                            : DelayRelay::Connector([target, port] { return DelayRelay::connectTcp(target, port); });
-        auto r = std::make_unique<DelayRelay>(std::move(connect), std::chrono::microseconds(qRound64(delay * 500.0)));
-        return r->start() ? std::move(r) : nullptr;
+        r.delayMs = qEnvironmentVariable("QUILLON_BENCH_PG_DELAY_MS").toDouble(&given);
+        if (!given || r.delayMs < 0 || dbConnection().provider() != Provider::Postgres)
+            return r;
+        r.relay = std::make_unique<DelayRelay>(serverConnector(), std::chrono::microseconds(qRound64(r.delayMs * 500.0)));
+        if (!r.relay->start())
+            r.relay.reset();
+        return r;
     }();
-    delayMs = delay;
-    return made.get();
+    return made;
 }
 
 QString directServer;
-bool relayed = false; // a DelayedServer lives
+bool through = false; // a DelayedServer lives
 
 bool reopen(const QString &server)
 {
@@ -54,35 +63,32 @@ bool reopen(const QString &server)
 
 DelayedServer::DelayedServer(benchmark::State &state)
 {
-    double delayMs = 0;
-    const DelayRelay *r = relay(delayMs);
-    if (!r)
+    const Relayed &r = relayed();
+    if (!r.relay)
         return;
     directServer = dbConnection().info().server;
-    m_through = relayed = true;
-    if (!reopen(QStringLiteral("127.0.0.1\\%1").arg(r->port())))
+    m_through = through = true;
+    if (!reopen(QStringLiteral("127.0.0.1\\%1").arg(r.relay->port())))
         state.SkipWithError("the relay did not reach the server");
-    state.counters["delay_ms"] = delayMs;
+    state.counters["delay_ms"] = r.delayMs;
 }
 
 DelayedServer::~DelayedServer()
 {
     if (m_through)
         reopen(directServer);
-    relayed = false;
+    through = false;
 }
 
 quint64 gfiRelay_requests()
 {
-    double delayMs = 0;
-    const DelayRelay *r = relayed ? relay(delayMs) : nullptr;
-    return r ? r->requests() : 0;
+    return through ? relayed().relay->requests() : 0;
 }
 
-void gpRoundTrips_count(benchmark::State &state, quint64 before, double actions)
+void gpRoundTrips_set(benchmark::State &state, quint64 requests, double actions)
 {
-    if (relayed && actions > 0)
-        state.counters["round_trips"] = double(gfiRelay_requests() - before) / actions;
+    if (through && actions > 0)
+        state.counters["round_trips"] = double(requests) / actions;
 }
 
 } // namespace qln::bench

@@ -24,7 +24,7 @@ private:
 
 // Requests that went through the relay so far (0 without one): one per round trip.
 quint64 gfiRelay_requests();
-// Counter round_trips: the requests since `before` per action, when there is a relay.
-void gpRoundTrips_count(benchmark::State &state, quint64 before, double actions);
+// Counter round_trips: `requests` per action, when there is a relay.
+void gpRoundTrips_set(benchmark::State &state, quint64 requests, double actions);
 
 } // namespace qln::bench
