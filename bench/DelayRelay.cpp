@@ -96,8 +96,8 @@ void writeLoop(Pipe &pipe)
             chunk = std::move(pipe.chunks.front());
             pipe.chunks.pop_front();
         }
-        // The last moments are waited awake: a sleeper's wake-up on a busy machine comes late
-        // by tens of microseconds, a fifth of the hold on every message.
+        // The last moments are waited awake: on a busy machine a sleeper's wake-up comes tens
+        // of microseconds late, on every message.
         const Clock::time_point wake = chunk.due - std::chrono::microseconds(100);
         if (Clock::now() < wake)
             sleepUntil(wake);
