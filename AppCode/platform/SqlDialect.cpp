@@ -299,7 +299,8 @@ bool walkKeyOf(const QStringList &groups, const QString &order, WalkWindowKey &w
 // text returns, and UNION ALL under LIMIT stops there without sorting the winners. The
 // COUNT guard keeps its meaning, read over two rows at most.
 // "TOP n" reads a window of the walk: the branches' first n rows, sorted again as a whole
-// (at most n per branch), so that the order never rests on how the engine joins the arms.
+// (at most n per branch), so that the order never rests on how the engine joins the arms;
+// an engine with a single seek for the walk's own branches reads that instead.
 QString indexFriendlyWalkText(const QString &masked, const FirstRowForm &firstRow, const WindowForm &windowSeek)
 {
     static const QRegularExpression shape(
