@@ -1,4 +1,5 @@
 #include "BenchDataSet.h"
+#include "BenchDelay.h"
 
 #include "DemoData.h"
 #include "common/ProcessState.h"
@@ -71,11 +72,13 @@ void gpPromos_add(int count, const std::function<void(int)> &fill)
 void gpClicks_time(benchmark::State &state, QAbstractButton &button, const FlexGrid &grid, const test::ScriptedMessages &boxes)
 {
     quint64 statements = 0;
+    const quint64 sent = gfiRelay_requests();
     for (auto _ : state) {
         const quint64 before = dbConnection().statementCount();
         button.click();
         statements = dbConnection().statementCount() - before;
     }
+    gpRoundTrips_set(state, gfiRelay_requests() - sent, double(state.iterations()));
     state.counters["rows"] = grid.Rows() - 1;
     state.counters["statements"] = double(statements);
     if (!boxes.shown().isEmpty())
@@ -87,6 +90,7 @@ void gpQuery_time(benchmark::State &state, const QString &sql, int columns)
     QSqlQuery q(dbConnection().database());
     q.setForwardOnly(true);
     int rows = 0;
+    const quint64 sent = gfiRelay_requests();
     for (auto _ : state) {
         q.prepare(sql);
         q.addBindValue(QDateTime(Clock::today(), QTime(0, 0)).toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")));
@@ -100,6 +104,7 @@ void gpQuery_time(benchmark::State &state, const QString &sql, int columns)
         }
     }
     state.counters["rows"] = rows;
+    gpRoundTrips_set(state, gfiRelay_requests() - sent, double(state.iterations()));
 }
 
 } // namespace qln::bench

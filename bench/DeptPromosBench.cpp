@@ -1,6 +1,7 @@
 // The department promos window on a large data set: the all-departments view against one
 // hand-written query that returns the same rows with the department names.
 #include "BenchDataSet.h"
+#include "BenchDelay.h"
 
 #include "common/ProcessState.h"
 #include "lookup/FlexGrid.h"
@@ -60,6 +61,7 @@ void BM_AllDepartmentsView(benchmark::State &state)
 {
     if (!openDataSet())
         return state.SkipWithError("no data set");
+    const bench::DelayedServer delayed(state);
     test::ScriptedMessages boxes;
     frmDeptMain form;
     form.show();
@@ -74,6 +76,7 @@ void BM_AllDepartmentsQuery(benchmark::State &state)
 {
     if (!openDataSet())
         return state.SkipWithError("no data set");
+    const bench::DelayedServer delayed(state);
     bench::gpQuery_time(state,
                         QStringLiteral("SELECT p.*, d1.Department, d2.Department, d3.Department FROM PromoPrices p "
                                        "LEFT JOIN Departments d1 ON d1.DeptCode = SUBSTR(p.Dept, 1, 3) || '.000.000' "

@@ -1,6 +1,7 @@
 // The item promos window on a large data set: the All Items face against one hand-written
 // join that returns the same rows, and the item face of an item with fifty promos.
 #include "BenchDataSet.h"
+#include "BenchDelay.h"
 
 #include "common/ProcessState.h"
 #include "lookup/FlexGrid.h"
@@ -47,6 +48,7 @@ void allItemsFace(benchmark::State &state, int batch)
 {
     if (!openDataSet())
         return state.SkipWithError("no data set");
+    const bench::DelayedServer delayed(state);
     test::ScriptedMessages boxes;
     gbItemMode = false;
     gpPromoItems_batch_set(batch);
@@ -65,6 +67,7 @@ void BM_AllItemsJoin(benchmark::State &state)
 {
     if (!openDataSet())
         return state.SkipWithError("no data set");
+    const bench::DelayedServer delayed(state);
     const QString sql = QStringLiteral(
         "SELECT p.*, i.SL, i.Description, i.Price, i.PriceIncTax FROM PromoPrices p JOIN %1 i ON i.RecordNum = p.Invuid "
         "WHERE p.Invuid > 10 AND p.EndDate >= ? AND p.ChangeType <> 99").arg(dbuaTable[kInventoryTable].sSqlFile);
@@ -75,6 +78,7 @@ void BM_ItemFace50Promos(benchmark::State &state)
 {
     if (!openDataSet())
         return state.SkipWithError("no data set");
+    const bench::DelayedServer delayed(state);
     test::ScriptedMessages boxes;
     gbItemMode = true;
     gsSL = QStringLiteral("10000000");

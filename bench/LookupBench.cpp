@@ -3,6 +3,7 @@
 // argument is the most rows one statement of the walk reads: 64 (the default, by windows)
 // or 0 (each step by itself, as before).
 #include "BenchDataSet.h"
+#include "BenchDelay.h"
 
 #include "lookup/DataGrid.h"
 #include "lookup/GridSetUpBackOffice.h"
@@ -92,11 +93,13 @@ void BM_Lookup_Keystroke(benchmark::State &state)
     NullView view;
     if (!lookupReady(state, view))
         return;
+    const bench::DelayedServer delayed(state);
     int i = 0;
-    const quint64 before = dbConnection().statementCount();
+    const quint64 before = dbConnection().statementCount(), sent = bench::gfiRelay_requests();
     for (auto _ : state)
         findAt(view, i++);
     count(state, before, i);
+    bench::gpRoundTrips_set(state, bench::gfiRelay_requests() - sent, i);
 }
 
 void pageOrLine(benchmark::State &state, int direction)
@@ -106,9 +109,10 @@ void pageOrLine(benchmark::State &state, int direction)
     NullView view;
     if (!lookupReady(state, view))
         return;
+    const bench::DelayedServer delayed(state);
     int i = 0;
     qint64 moves = 0;
-    quint64 sent = 0;
+    quint64 sent = 0, requests = 0;
     auto restart = [&] {
         findAt(view, i++);
         gpDataGrid_SetRow(direction == kLineUp || direction == kPageUp ? 1 : iGridRows - 1, view);
@@ -120,12 +124,14 @@ void pageOrLine(benchmark::State &state, int direction)
             restart();
             state.ResumeTiming();
         }
-        const quint64 before = dbConnection().statementCount();
+        const quint64 before = dbConnection().statementCount(), requested = bench::gfiRelay_requests();
         gpDataGrid_Move(view, direction);
         sent += dbConnection().statementCount() - before;
+        requests += bench::gfiRelay_requests() - requested;
         ++moves;
     }
     state.counters["statements"] = benchmark::Counter(double(sent) / double(moves));
+    bench::gpRoundTrips_set(state, requests, double(moves));
 }
 
 void BM_Lookup_PageDown(benchmark::State &state) { pageOrLine(state, kPageDown); }
@@ -137,6 +143,7 @@ void BM_Lookup_Baseline(benchmark::State &state)
 {
     if (descriptions().isEmpty())
         return state.SkipWithError("no data set");
+    const bench::DelayedServer delayed(state);
     const bool postgres = dbConnection().provider() == Provider::Postgres;
     const QString nulls = postgres ? QStringLiteral(" NULLS FIRST") : QString();
     QSqlQuery q(dbConnection().database());
@@ -144,6 +151,7 @@ void BM_Lookup_Baseline(benchmark::State &state)
               QStringLiteral(" WHERE Description >= ? ORDER BY Description") + nulls + QStringLiteral(", SL") + nulls +
               QStringLiteral(" LIMIT 13"));
     int i = 0;
+    const quint64 sent = bench::gfiRelay_requests();
     for (auto _ : state) {
         q.addBindValue(descriptions()[i++ % descriptions().size()]);
         if (!q.exec())
@@ -153,6 +161,7 @@ void BM_Lookup_Baseline(benchmark::State &state)
             ++rows;
         benchmark::DoNotOptimize(rows);
     }
+    bench::gpRoundTrips_set(state, bench::gfiRelay_requests() - sent, double(state.iterations()));
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 // hand-written query and price sum for the same item, and the CSV of every promo against one
 // hand-written join that gives the same cells.
 #include "BenchDataSet.h"
+#include "BenchDelay.h"
 
 #include "common/Csv.h"
 #include "platform/Clock.h"
@@ -45,9 +46,10 @@ void BM_Explain(benchmark::State &state)
 {
     if (!bench::gfbDemo_open() || sampleSLs().isEmpty())
         return state.SkipWithError("no data set");
+    const bench::DelayedServer delayed(state);
     const QDate day = explainDay();
     qsizetype next = 0, promos = 0;
-    const quint64 before = dbConnection().statementCount();
+    const quint64 before = dbConnection().statementCount(), sent = bench::gfiRelay_requests();
     for (auto _ : state) {
         PriceExplanation e;
         if (gfePrice_explain(sampleSLs()[next++ % sampleSLs().size()], day, e) != ExplainEnd::Explained)
@@ -57,6 +59,7 @@ void BM_Explain(benchmark::State &state)
     }
     state.counters["promos/item"] = benchmark::Counter(double(promos) / double(state.iterations()));
     state.counters["statements/item"] = double(dbConnection().statementCount() - before) / double(state.iterations());
+    bench::gpRoundTrips_set(state, bench::gfiRelay_requests() - sent, double(state.iterations()));
 }
 
 // The same answer by hand: the item, then the rows that may reach it, priced and compared.
@@ -64,12 +67,14 @@ void BM_ExplainBaseline(benchmark::State &state)
 {
     if (!bench::gfbDemo_open() || sampleSLs().isEmpty())
         return state.SkipWithError("no data set");
+    const bench::DelayedServer delayed(state);
     const QString dayText = explainDay().toString(QStringLiteral("yyyy-MM-dd 00:00:00"));
     QSqlQuery item(dbConnection().database()), promos(dbConnection().database());
     item.prepare(QStringLiteral("SELECT Price, DeptCode, AllowDiscounts FROM %1 WHERE SL = ?").arg(dbuaTable[kInventoryTable].sSqlFile));
     promos.prepare(QStringLiteral("SELECT ChangeType, PriceChange FROM PromoPrices WHERE (GroupID < 0 OR SL = ? OR Dept = ?) "
                                   "AND EndDate >= ? AND StartDate <= ? AND ChangeType <> 99"));
     qsizetype next = 0;
+    const quint64 sent = bench::gfiRelay_requests();
     for (auto _ : state) {
         const QString sl = sampleSLs()[next++ % sampleSLs().size()];
         item.addBindValue(sl);
@@ -90,6 +95,7 @@ void BM_ExplainBaseline(benchmark::State &state)
                 best = *p;
         benchmark::DoNotOptimize(best);
     }
+    bench::gpRoundTrips_set(state, bench::gfiRelay_requests() - sent, double(state.iterations()));
 }
 
 // Every tenth item with its department: the lines of a large import.

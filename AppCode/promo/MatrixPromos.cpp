@@ -5,14 +5,18 @@
 #include "platform/WriteBatch.h"
 #include "platform/Recordset.h"
 #include "promo/GroupMembers.h"
+#include "promo/PromoWalk.h"
 #include "store/Inventory.h"
 #include "store/Database.h"
 #include "store/FieldCodec.h"
 #include "store/MatrixGroups.h"
 #include "store/RecordOps.h"
+#include "store/RowsDecode.h"
 
 #include <QHash>
 #include <QSet>
+#include <algorithm>
+#include <optional>
 
 namespace qln {
 
@@ -60,6 +64,97 @@ QString mfsRow_place(const PromoPriceRecord &row)
     return sl.toUpper() + QLatin1Char('|') + gfsDate_keyText(row.EndDate);
 }
 
+// The first promo row of the matrix `id` or a later one from the starting date, in gPromo.
+bool mfbMatrixPromo_first(qint32 id)
+{
+    gPromo.GroupID = id;
+    gPromo.StartDate = gfdMatrixPromos_since();
+    return gfbDB_RecordOp(kPromoTable, kOpGreaterEqual, kGroupStartKey);
+}
+
+// The GroupIDs, from the first matrix's on and in order, that have a row from the starting
+// date: what each matrix's keyed read would find, in one statement. None when refused.
+std::optional<QList<qint32>> mfMatrixPromos_started(const QList<MatrixGroupRecord> &built)
+{
+    if (!gfbListSets() || built.isEmpty())
+        return std::nullopt;
+    qint32 from = built.first().GroupUID;
+    for (const MatrixGroupRecord &matrix : built)
+        from = qMin(from, matrix.GroupUID);
+    Recordset rows;
+    if (!rows.open(dbConnection(), QStringLiteral("SELECT GroupID FROM ") + dbuaTable[kPromoTable].sSqlFile + QStringLiteral(" WHERE GroupID >= ") +
+                                       QString::number(from + kMatrixGroupBase) + QStringLiteral(" AND StartDate >= '") +
+                                       gfsDate_keyText(gfdMatrixPromos_since()) + QStringLiteral("' GROUP BY GroupID ORDER BY GroupID")))
+        return std::nullopt;
+    QList<qint32> ids;
+    for (rows.moveFirst(); !rows.eof(); rows.moveNext())
+        ids << rows.readInteger(0);
+    return ids;
+}
+
+// The set stood in for the keyed reads: the last of them are made, so that gPromo and the
+// table's record set end as all of them leave them. A read that finds nothing changes only
+// the key's fields of the buffer, which holds the row the last read before it found.
+void mpMatrixPromo_reads_end(const QList<MatrixGroupRecord> &built, const QList<qint32> &started)
+{
+    const auto finds = [&started](qint32 uid) { return !started.isEmpty() && uid + kMatrixGroupBase <= started.last(); };
+    if (!finds(built.last().GroupUID)) {
+        for (qsizetype i = built.size() - 2; i >= 0; --i) {
+            if (finds(built[i].GroupUID)) {
+                mfbMatrixPromo_first(built[i].GroupUID + kMatrixGroupBase);
+                break;
+            }
+        }
+    }
+    mfbMatrixPromo_first(built.last().GroupUID + kMatrixGroupBase);
+}
+
+// "<GroupID>  <name>" for each of the matrices found, as one "=" read on key 0 each finds
+// them (GroupUID is unique); the buffer and the table's record set end as those reads
+// leave them.
+QStringList mfMatrices_named(const QList<qint32> &uids)
+{
+    const auto keyed = [](qint32 uid) {
+        gMatrixGroups.GroupUID = uid;
+        return gfbDB_RecordOp(kMatrixGroupsTable, kOpEqual, 0);
+    };
+    const auto entry = [] { return mfsMatrix_entry(gMatrixGroups.GroupUID, QStringLiteral("  "), gMatrixGroups.GroupName); };
+    QHash<qint32, QString> named;
+    bool sets = gfbListSets() && !uids.isEmpty();
+    if (sets) {
+        QStringList numbers;
+        for (qint32 uid : uids)
+            numbers << QString::number(uid);
+        auto rows = std::make_unique<Recordset>();
+        sets = rows->open(dbConnection(), QStringLiteral("SELECT * FROM ") + dbuaTable[kMatrixGroupsTable].sSqlFile +
+                                              QStringLiteral(" WHERE GroupUID IN (") + numbers.join(QLatin1Char(',')) + QLatin1Char(')'));
+        if (sets)
+            for (rows->moveFirst(); !rows->eof(); rows->moveNext()) {
+                gpDB_row_decode(kMatrixGroupsTable, rows);
+                named.insert(gMatrixGroups.GroupUID, entry());
+            }
+    }
+    QStringList entries;
+    qint32 lastFound = 0;
+    for (qsizetype i = 0; i < uids.size(); ++i) {
+        const qint32 uid = uids[i];
+        if (!sets) {
+            if (keyed(uid))
+                entries << entry();
+        } else if (named.contains(uid)) {
+            entries << named.value(uid);
+            lastFound = uid;
+        }
+    }
+    if (sets) {
+        // A read that finds nothing changes only GroupUID of the matrix the read before found.
+        if (!named.contains(uids.last()) && lastFound != 0)
+            keyed(lastFound);
+        keyed(uids.last());
+    }
+    return entries;
+}
+
 } // namespace
 
 QDateTime gfdMatrixPromos_since() { return QDateTime(QDate(2009, 1, 1), QTime(0, 0)); }
@@ -68,24 +163,22 @@ QStringList gfMatrixPromo_choices()
 {
     gPromo.StartDate = gfdMatrixPromos_since();
     gPromo.GroupID = kMatrixGroupBase;
-    if (!gfbDB_RecordOp(kPromoTable, kOpGreaterEqual, kGroupStartKey) || gPromo.GroupID < kMatrixGroupBase)
+    // Only the GroupID of the rows met is looked at, so rows sharing a key need no step.
+    PromoWalk walk(kGroupStartKey, WalkTies::KeyOnly);
+    if (!walk.begin(kOpGreaterEqual) || gPromo.GroupID < kMatrixGroupBase)
         return {kMatrixNoneExisting};
-    QStringList choices{kMatrixSelectGroup};
     // Rows that share GroupID and StartDate are passed over by one step of the walk, so a
     // promo of many items costs one read.
+    QList<qint32> matrices;
     qint32 last = 0;
     do {
         const qint32 id = gPromo.GroupID;
         if (id > kMatrixGroupBase && id != last) {
             last = id;
-            const PromoPriceRecord at = gPromo;
-            gMatrixGroups.GroupUID = id - kMatrixGroupBase;
-            if (gfbDB_RecordOp(kMatrixGroupsTable, kOpEqual, 0))
-                choices << mfsMatrix_entry(gMatrixGroups.GroupUID, QStringLiteral("  "), gMatrixGroups.GroupName);
-            gPromo = at;
+            matrices << id - kMatrixGroupBase;
         }
-    } while (gfbDB_RecordOp(kPromoTable, kOpGetNext, kGroupStartKey));
-    return choices;
+    } while (walk.next());
+    return QStringList{kMatrixSelectGroup} + mfMatrices_named(matrices);
 }
 
 QStringList gfMatrixList_entries()
@@ -97,21 +190,31 @@ QStringList gfMatrixList_entries()
         return entries;
     if (!gfbDB_RecordOp(kMatrixGroupsTable, kOpGreaterEqual, 0, false, false, QStringLiteral("SELECT * FROM MTXGRPS Label ")))
         return entries;
-    // The matrices' own record set holds them all; the reads of PromoPrices go to another table.
+    QList<MatrixGroupRecord> built;
     Recordset &matrices = *dbaRecordset[kMatrixGroupsTable];
     for (matrices.moveFirst(); !matrices.eof(); matrices.moveNext()) {
         gpDB_table_row_to_record(kMatrixGroupsTable);
-        const MatrixGroupRecord matrix = gMatrixGroups;
-        if ((matrix.MatrixExists & matrix.MatrixBuilt) == 0)
-            continue;
+        if ((gMatrixGroups.MatrixExists & gMatrixGroups.MatrixBuilt) != 0)
+            built << gMatrixGroups;
+    }
+    const std::optional<QList<qint32>> started = mfMatrixPromos_started(built);
+    for (const MatrixGroupRecord &matrix : std::as_const(built)) {
         const qint32 id = matrix.GroupUID + kMatrixGroupBase;
-        gPromo.GroupID = id;
-        gPromo.StartDate = gfdMatrixPromos_since();
-        if (!gfbDB_RecordOp(kPromoTable, kOpGreaterEqual, kGroupStartKey))
+        // The first row at or beyond the matrix's number: the keyed read, or the set's answer.
+        std::optional<qint32> first;
+        if (!started) {
+            if (mfbMatrixPromo_first(id))
+                first = gPromo.GroupID;
+        } else if (const auto at = std::lower_bound(started->cbegin(), started->cend(), id); at != started->cend()) {
+            first = *at;
+        }
+        if (!first)
             entries << mfsMatrix_entry(matrix.GroupUID, QStringLiteral("\t"), matrix.GroupName);
-        else if (gPromo.GroupID != id)
+        else if (*first != id)
             entries << mfsMatrix_entry(matrix.GroupUID, QStringLiteral("  "), matrix.GroupName);
     }
+    if (started)
+        mpMatrixPromo_reads_end(built, *started);
     return entries;
 }
 

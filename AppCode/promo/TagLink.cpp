@@ -3,6 +3,11 @@
 #include "common/Files.h"
 #include "common/ProcessState.h"
 #include "platform/Settings.h"
+#include "promo/PromoItems.h"
+#include "promo/PromoPricing.h"
+#include "promo/PromoWalk.h"
+#include "store/Inventory.h"
+#include "store/RecordOps.h"
 #include "store/StatementLog.h"
 
 #include <QDir>
@@ -15,6 +20,8 @@ namespace qln {
 namespace {
 constexpr int kItemWidth = 6;
 constexpr int kDescriptionWidth = 30;
+constexpr int kPromoByInvuidStart = 8;
+const QDate kFirstPromoDay(1990, 1, 1);
 const QString kItemGap(kItemWidth, QLatin1Char(' '));
 } // namespace
 
@@ -97,6 +104,33 @@ bool gfbTagPromo_taken(const QDate &start, const QDate &end, bool bActiveOnly, c
     if (bActiveOnly)
         return end >= today;
     return start <= dTo && end >= dTo;
+}
+
+QStringList gfTagLines_read(bool bActiveOnly, const QDate &dTo, const QDate &today)
+{
+    QList<PromoPriceRecord> taken;
+    gPromo.Invuid = 0;
+    gPromo.StartDate = QDateTime(kFirstPromoDay, QTime(0, 0));
+    // A line shows the row's dates and price: of rows sharing a key, the one the step finds.
+    PromoWalk walk(kPromoByInvuidStart, WalkTies::WholeRow);
+    for (bool found = walk.begin(kOpGetFirst); found; found = walk.next())
+        if (gfbTagPromo_taken(gPromo.StartDate.date(), gPromo.EndDate.date(), bActiveOnly, dTo, today))
+            taken << gPromo;
+    std::vector<qint32> invuids;
+    invuids.reserve(size_t(taken.size()));
+    for (const PromoPriceRecord &promo : std::as_const(taken))
+        invuids.push_back(promo.Invuid);
+    PromoItems items(std::move(invuids), {QStringLiteral("Description"), QStringLiteral("Price")});
+    QStringList lines;
+    QString priceText;
+    for (const PromoPriceRecord &promo : std::as_const(taken)) {
+        if (!items.next())
+            continue;
+        if (const std::optional<Money> price = gfcPromo_price_get(gInventory.Price, promo))
+            priceText = price->toText(2);
+        lines << gfsTagLine_make(gInventory.RecordNum, gInventory.Description, priceText);
+    }
+    return lines;
 }
 
 } // namespace qln

@@ -2,6 +2,7 @@
 #include <QDate>
 #include <QList>
 #include <QString>
+#include <QStringList>
 #include <optional>
 
 // The hand-over of promos to the suite's tag program: where it lives, the list lines of
@@ -40,5 +41,10 @@ std::optional<QString> gfsTagFile_write(const QString &sFile, const QList<qint32
 // begin included), otherwise when it runs on the day dTo.
 bool gfbTagPromo_taken(const QDate &start, const QDate &end, bool bActiveOnly, const QDate &dTo,
                        const QDate &today);
+
+// The list's lines: the promos listed, in the order of a walk of PromoPrices by Invuid and
+// StartDate, each with its item as a keyed read finds it. A promo whose item is gone has no
+// line; a tombstone shows the price of the line before it.
+QStringList gfTagLines_read(bool bActiveOnly, const QDate &dTo, const QDate &today);
 
 } // namespace qln

@@ -13,11 +13,8 @@
 #include "platform/Clock.h"
 #include "platform/Help.h"
 #include "platform/Messages.h"
-#include "promo/PromoPricing.h"
 #include "promo/TagLink.h"
 #include "store/Common.h"
-#include "store/Inventory.h"
-#include "store/RecordOps.h"
 
 #include <QCheckBox>
 #include <QFontDatabase>
@@ -35,9 +32,6 @@ namespace qln {
 
 namespace {
 
-constexpr int kPromoByInvuidStart = 8;
-constexpr int kItemByRecordNum = 0;
-const QDate kFirstPromoDay(1990, 1, 1);
 constexpr int kListPoints = 8;
 
 } // namespace
@@ -166,22 +160,8 @@ bool frmTags_Print::mfbList_fill()
 {
     lstPromos->clear();
     prgRecords->setRange(0, 0);
-    const QDate today = Clock::today();
-    QString priceText; // a tombstone shows the price of the line before it
-    gPromo.Invuid = 0;
-    gPromo.StartDate = QDateTime(kFirstPromoDay, QTime(0, 0));
-    for (bool found = gfbDB_RecordOp(kPromoTable, kOpGetFirst, kPromoByInvuidStart); found;
-         found = gfbDB_RecordOp(kPromoTable, kOpGetNext, kPromoByInvuidStart)) {
-        const PromoPriceRecord promo = gPromo;
-        if (!gfbTagPromo_taken(promo.StartDate.date(), promo.EndDate.date(), mbActiveOnly, mdTo, today))
-            continue;
-        gInventory.RecordNum = promo.Invuid;
-        if (!gfbDB_RecordOp(kInventoryTable, kOpEqual, kItemByRecordNum))
-            continue;
-        if (const std::optional<Money> price = gfcPromo_price_get(gInventory.Price, promo))
-            priceText = price->toText(2);
-        auto *line = new QListWidgetItem(gfsTagLine_make(gInventory.RecordNum, gInventory.Description, priceText),
-                                         lstPromos);
+    for (const QString &text : gfTagLines_read(mbActiveOnly, mdTo, Clock::today())) {
+        auto *line = new QListWidgetItem(text, lstPromos);
         line->setSelected(true);
         lstPromos->scrollToItem(line);
     }
