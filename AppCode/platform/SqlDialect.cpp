@@ -242,6 +242,55 @@ QString conjunction(const QList<Comparison> &terms)
 }
 
 using FirstRowForm = std::function<QString(const QString &table, const QString &condition, const QString &order, int rows)>;
+// A window of the keyed walk: the first `rows` rows of `table` beyond the key's `values` in
+// the order of its `columns` (op ">" or "<"); a row that shares every segment but the last
+// with the key passes only where `guard` holds (none: always).
+struct WalkWindowKey {
+    QString table;
+    QStringList columns, values; // the values as masked literals
+    QString op, guard, order;
+    int rows = 0;
+};
+// The window as one statement of the engine's own; empty: the union of branch seeks.
+using WindowForm = std::function<QString(const WalkWindowKey &window)>;
+
+// The walk's own branches: for a key of n segments, branch j holds the first n - j - 1
+// segments equal to the key and the next one beyond it, in the order the statement sorts.
+// Each segment's value is taken from the branch where it stands beyond the key; the walk
+// writes the same value in every branch.
+bool walkKeyOf(const QStringList &groups, const QString &order, WalkWindowKey &window)
+{
+    const int n = int(groups.size());
+    QList<Comparison> first;
+    if (n < 2 || !parseConjunction(groups[0], first) || first.size() != n)
+        return false;
+    const QString op = first.last().op;
+    if (op != QLatin1String(">") && op != QLatin1String("<"))
+        return false;
+    window.values = QStringList(n, QString());
+    for (int j = 0; j < n; ++j) {
+        QList<Comparison> terms;
+        if (!parseConjunction(groups[j], terms) || terms.size() != n - j)
+            return false;
+        for (int t = 0; t < terms.size(); ++t) {
+            const bool beyond = t == terms.size() - 1;
+            if (terms[t].column != first[t].column || terms[t].op != (beyond ? op : QStringLiteral("=")))
+                return false;
+        }
+        window.values[n - j - 1] = terms.last().literal;
+    }
+    QStringList sorted;
+    for (const Comparison &c : first) {
+        window.columns << c.column;
+        sorted << (op == QLatin1String("<") ? c.column + QStringLiteral(" DESC") : c.column);
+    }
+    QStringList given = order.split(QLatin1Char(','));
+    for (QString &item : given)
+        item = item.trimmed();
+    window.op = op;
+    window.order = order;
+    return given == sorted;
+}
 
 // The statement of the next/previous walk, as a union of one index seek per OR branch.
 // Each branch is ordered and limited alike. The walk lists its branches from the longest
@@ -250,8 +299,9 @@ using FirstRowForm = std::function<QString(const QString &table, const QString &
 // text returns, and UNION ALL under LIMIT stops there without sorting the winners. The
 // COUNT guard keeps its meaning, read over two rows at most.
 // "TOP n" reads a window of the walk: the branches' first n rows, sorted again as a whole
-// (at most n per branch), so that the order never rests on how the engine joins the arms.
-QString indexFriendlyWalkText(const QString &masked, const FirstRowForm &firstRow)
+// (at most n per branch), so that the order never rests on how the engine joins the arms;
+// an engine with a single seek for the walk's own branches reads that instead.
+QString indexFriendlyWalkText(const QString &masked, const FirstRowForm &firstRow, const WindowForm &windowSeek)
 {
     static const QRegularExpression shape(
         QStringLiteral("^SELECT\\s+TOP (\\d+) \\* FROM (\\w+) WHERE (.*) ORDER BY ([\\w, ]+)$"));
@@ -277,6 +327,17 @@ QString indexFriendlyWalkText(const QString &masked, const FirstRowForm &firstRo
     const QStringList groups = where.split(QStringLiteral(" OR "));
     if (groups.size() < 2 && guard.isEmpty())
         return QString(); // a single seek already
+    if (rows > 1) {
+        WalkWindowKey window;
+        if (walkKeyOf(groups, order, window)) {
+            window.table = table;
+            window.guard = guard;
+            window.rows = rows;
+            const QString seek = windowSeek ? windowSeek(window) : QString();
+            if (!seek.isEmpty())
+                return seek;
+        }
+    }
     QStringList branches;
     for (int i = 0; i < groups.size(); ++i) {
         QList<Comparison> terms;
@@ -294,6 +355,22 @@ QString indexFriendlyWalkText(const QString &masked, const FirstRowForm &firstRo
            order + limit;
 }
 
+
+// On the server, one index scan from the key's row of values: a union of branch seeks
+// under an outer sort makes it plan three reads of the table (again for every value while
+// its plan is not reused) and compare every row once more under the case-blind collation.
+// A row that shares every segment but the last with the key passes only under the guard.
+QString oneSeekWindow(const WalkWindowKey &w)
+{
+    QString condition = QStringLiteral("(%1)%2(%3)").arg(w.columns.join(QLatin1Char(',')), w.op, w.values.join(QLatin1Char(',')));
+    if (!w.guard.isEmpty()) {
+        QStringList beyond;
+        for (int i = 0; i + 1 < w.columns.size(); ++i)
+            beyond << w.columns[i] + w.op + w.values[i];
+        condition += QStringLiteral(" AND (") + beyond.join(QStringLiteral(" OR ")) + QStringLiteral(" OR ") + w.guard + QLatin1Char(')');
+    }
+    return QStringLiteral("SELECT * FROM %1 WHERE %2 ORDER BY %3 LIMIT %4").arg(w.table, condition, w.order, QString::number(w.rows));
+}
 
 // The suite's server sorts NULL below every value; PostgreSQL above. Each ORDER BY item and
 // each index column says where NULLs go, so that the indexes still serve the orderings.
@@ -508,7 +585,7 @@ QString SqlDialect::rewriteQuery(const QString &masked) const
         const FirstRowForm firstRow = [this](const QString &table, const QString &condition, const QString &order, int rows) {
             return firstRowBranch(table, condition, order, rows);
         };
-        const QString seek = indexFriendlyWalkText(t, firstRow);
+        const QString seek = indexFriendlyWalkText(t, firstRow, provider() == Provider::Postgres ? WindowForm(oneSeekWindow) : WindowForm());
         if (!seek.isEmpty())
             return orderings(trimmedColumns(serverFunctions(seek)));
         const QString read = indexFriendlyKeyedReadText(t, firstRow);
